@@ -1,0 +1,27 @@
+#ifndef TELORPARAMS5_H
+#define TELORPARAMS5_H
+
+/**
+ * @file TELORParams5.h
+ * @brief Umbrella header: every public header of libTELORParams5 and of the two
+ * platform libraries it stands on.
+ */
+
+// Platform: messages, packets, streams, translatable text
+#include "qprotocolstruct.h"
+#include "qcontainerpacket.h"
+#include "telorstream.h"
+#include "qxmltranslation.h"
+#include "multitranslator.h"
+#include "getdtstring.h"
+
+// Parameter values
+#include "calclimit.h"
+#include "abstractparameterbase.h"
+#include "parambaseptr.h"
+#include "bpdiscrete.h"
+#include "bpdouble.h"
+#include "bpstring.h"
+#include "abstractvalue.h"
+
+#endif // TELORPARAMS5_H

@@ -1,0 +1,18 @@
+list(APPEND TELOR_HEADERS
+  values/calclimit.h
+  values/abstractparameterbase.h
+  values/parambaseptr.h
+  values/bpdiscrete.h
+  values/bpdouble.h
+  values/bpstring.h
+  values/abstractvalue.h
+)
+list(APPEND TELOR_SOURCES
+  values/calclimit.cpp
+  values/abstractparameterbase.cpp
+  values/parambaseptr.cpp
+  values/bpdiscrete.cpp
+  values/bpdouble.cpp
+  values/bpstring.cpp
+  values/abstractvalue.cpp
+)
