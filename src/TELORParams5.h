@@ -24,4 +24,7 @@
 #include "bpstring.h"
 #include "abstractvalue.h"
 
+// Events
+#include "translationitemnew.h"
+
 #endif // TELORPARAMS5_H

@@ -15,4 +15,5 @@ list(APPEND TELOR_SOURCES
   values/bpdouble.cpp
   values/bpstring.cpp
   values/abstractvalue.cpp
+  values/wirestream.cpp
 )

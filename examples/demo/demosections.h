@@ -1,0 +1,12 @@
+#ifndef DEMOSECTIONS_H
+#define DEMOSECTIONS_H
+
+#include <QtCore/QTextStream>
+
+// The demo walks through the library one section at a time; each section lives in a
+// file of its own and prints to the stream it is given.
+
+/** Scalar parameters, client handles, change flags and the wire record. */
+void demoParameterValues(QTextStream &out);
+
+#endif // DEMOSECTIONS_H

@@ -1,0 +1,2 @@
+#include "demosections.h"
+void demoParameterValues(QTextStream &) {}

@@ -1,0 +1,8 @@
+#include "translationitemnew.h"
+
+TranslationItemNew::TranslationItemNew(const QString &language, const QString &text)
+{
+    insert(language, text);
+}
+
+TranslationItemNew::~TranslationItemNew() = default;

@@ -1,0 +1,155 @@
+#include "wirestream_p.h"
+
+#include <QtCore/QIODevice>
+
+namespace TelorWire {
+
+qint64 bytesLeft(const QDataStream &stream)
+{
+    const QIODevice *device = stream.device();
+    if (!device || device->isSequential())
+        return 0;
+    return qMax<qint64>(0, device->size() - device->pos());
+}
+
+namespace {
+
+// Smallest stream form of one element of each list type that Qt reserves room for.
+constexpr qint64 MinVariantBytes = 5; // type word and null flag
+constexpr qint64 MinStringBytes = 4;  // length word of a QString or QByteArray
+
+bool isContainerType(quint32 typeId)
+{
+    switch (typeId) {
+    case QMetaType::QVariantList:
+    case QMetaType::QStringList:
+    case QMetaType::QByteArrayList:
+    case QMetaType::QVariantMap:
+    case QMetaType::QVariantHash:
+    case QMetaType::QVariant:
+        return true;
+    default:
+        return false;
+    }
+}
+
+/**
+ * Walks one QVariant without keeping it, to learn whether Qt can read it without a
+ * huge allocation or a deep recursion. Returns false for a list that announces more
+ * elements than the bytes left could hold, or for nesting deeper than MaxVariantDepth.
+ * A truncated value is not refused: Qt reads it safely.
+ */
+bool isPlausibleVariant(QDataStream &stream, int depth);
+
+bool isPlausibleCount(const QDataStream &stream, quint32 count, qint64 minBytes)
+{
+    return static_cast<qint64>(count) <= bytesLeft(stream) / minBytes;
+}
+
+template<typename Element>
+bool skipPlainList(QDataStream &stream)
+{
+    quint32 count = 0;
+    stream >> count;
+    if (!isPlausibleCount(stream, count, MinStringBytes))
+        return false;
+    for (quint32 i = 0; i < count && stream.status() == QDataStream::Ok; ++i) {
+        Element element;
+        stream >> element;
+    }
+    return true;
+}
+
+bool skipVariantList(QDataStream &stream, int depth)
+{
+    quint32 count = 0;
+    stream >> count;
+    if (!isPlausibleCount(stream, count, MinVariantBytes))
+        return false;
+    for (quint32 i = 0; i < count && stream.status() == QDataStream::Ok; ++i) {
+        if (!isPlausibleVariant(stream, depth + 1))
+            return false;
+    }
+    return true;
+}
+
+bool skipVariantDictionary(QDataStream &stream, int depth)
+{
+    quint32 count = 0;
+    stream >> count;
+    for (quint32 i = 0; i < count && stream.status() == QDataStream::Ok; ++i) {
+        QString key;
+        stream >> key;
+        if (stream.status() != QDataStream::Ok)
+            break;
+        if (!isPlausibleVariant(stream, depth + 1))
+            return false;
+    }
+    return true;
+}
+
+bool isPlausibleVariant(QDataStream &stream, int depth)
+{
+    if (depth > MaxVariantDepth)
+        return false;
+    QIODevice *device = stream.device();
+    const qint64 start = device->pos();
+    quint32 typeId = 0;
+    qint8 isNull = 0;
+    stream >> typeId >> isNull;
+    if (stream.status() != QDataStream::Ok)
+        return true;
+    switch (typeId) {
+    case QMetaType::QVariantList:
+        return skipVariantList(stream, depth);
+    case QMetaType::QStringList:
+        return skipPlainList<QString>(stream);
+    case QMetaType::QByteArrayList:
+        return skipPlainList<QByteArray>(stream);
+    case QMetaType::QVariantMap:
+    case QMetaType::QVariantHash:
+        return skipVariantDictionary(stream, depth);
+    case QMetaType::QVariant:
+        return isPlausibleVariant(stream, depth + 1);
+    default: {
+        // Any other type reads without reserving ahead: let Qt read it to step over it.
+        device->seek(start);
+        QVariant leaf;
+        stream >> leaf;
+        return true;
+    }
+    }
+}
+
+} // namespace
+
+QDataStream &readVariant(QDataStream &stream, QVariant &value)
+{
+    QIODevice *device = stream.device();
+    if (!device || device->isSequential())
+        return stream >> value;
+
+    const qint64 start = device->pos();
+    quint32 typeId = 0;
+    stream >> typeId;
+    device->seek(start);
+    if (!isContainerType(typeId))
+        return stream >> value;
+
+    // A container: walk it first, and let Qt read it only if nothing in it can ask for
+    // more than the packet holds.
+    const QDataStream::Status before = stream.status();
+    const bool plausible = isPlausibleVariant(stream, 0);
+    device->seek(start);
+    stream.resetStatus();
+    stream.setStatus(before);
+    if (plausible)
+        return stream >> value;
+
+    value = QVariant();
+    device->seek(device->size());
+    stream.setStatus(QDataStream::ReadCorruptData);
+    return stream;
+}
+
+} // namespace TelorWire
