@@ -36,14 +36,19 @@ bool isContainerType(quint32 typeId)
 /**
  * Walks one QVariant without keeping it, to learn whether Qt can read it without a
  * huge allocation or a deep recursion. Returns false for a list that announces more
- * elements than the bytes left could hold, or for nesting deeper than MaxVariantDepth.
- * A truncated value is not refused: Qt reads it safely.
+ * than 65536 elements and more than the bytes left could hold, or for nesting deeper
+ * than MaxVariantDepth. A truncated value of ordinary size is not refused: Qt reads it
+ * safely.
  */
 bool isPlausibleVariant(QDataStream &stream, int depth);
 
+// Qt reserves room for this many elements without harm, whatever the bytes left say;
+// a truncated list of an ordinary size is therefore read by Qt, exactly as it would be.
+constexpr quint32 HarmlessCount = 65536;
+
 bool isPlausibleCount(const QDataStream &stream, quint32 count, qint64 minBytes)
 {
-    return static_cast<qint64>(count) <= bytesLeft(stream) / minBytes;
+    return count <= HarmlessCount || static_cast<qint64>(count) <= bytesLeft(stream) / minBytes;
 }
 
 template<typename Element>

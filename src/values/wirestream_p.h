@@ -45,12 +45,12 @@ TELORPARAMS5_EXPORT qint64 bytesLeft(const QDataStream &stream);
 
 /**
  * Reads a QVariant in Qt's stream form. Every well-formed value reads exactly as Qt's
- * operator>> reads it, and so does a truncated one, as long as its containers do not
- * announce more elements than the bytes left could hold.
+ * operator>> reads it, and so does a truncated one, unless one of its lists announces
+ * more than 65536 elements.
  *
- * A value whose nested lists announce more elements than the bytes left could hold, or
- * whose containers nest deeper than MaxVariantDepth, reads as an invalid QVariant; the
- * stream is then at its end with the status ReadCorruptData.
+ * A value in which a list announces more than 65536 elements and more than the bytes
+ * left could hold, or whose containers nest deeper than MaxVariantDepth, reads as an
+ * invalid QVariant; the stream is then at its end with the status ReadCorruptData.
  */
 TELORPARAMS5_EXPORT QDataStream &readVariant(QDataStream &stream, QVariant &value);
 
