@@ -14,7 +14,9 @@ function(telor_add_library target)
   set_target_properties(${target} PROPERTIES
     VERSION ${PROJECT_VERSION}
     SOVERSION ${PROJECT_VERSION_MAJOR}
-    EXPORT_NAME ${target})
+    EXPORT_NAME ${target}
+    # The three libraries are installed side by side and find each other there.
+    INSTALL_RPATH "$ORIGIN")
   # Every conversion between byte and character strings is spelled out in the library.
   target_compile_definitions(${target} PRIVATE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_FOREACH)
