@@ -26,5 +26,7 @@
 
 // Events
 #include "translationitemnew.h"
+#include "translationtable.h"
+#include "eventtypeinfostruct.h"
 
 #endif // TELORPARAMS5_H

@@ -34,9 +34,27 @@ QHash<QString, QString> QXmlTranslation::translations() const
 void QXmlTranslation::readTranslationFromXMLStream(QXmlStreamReader &xml)
 {
     const QString language = xml.attributes().value(QLatin1String("lang")).toString();
-    // readElementText() stops on the matching end tag, at the end of the document or at
-    // an error, so it ends on every input.
-    const QString text = xml.readElementText(QXmlStreamReader::IncludeChildElements);
+    // The text of the element and of every element inside it, gathered as
+    // readElementText(IncludeChildElements) gathers it, but with a depth count instead of
+    // recursion: Qt recurses once per nested element, and a received document can nest
+    // deeply enough to exhaust the stack. The loop stops on the matching end tag, at the
+    // end of the document or at an error, so it ends on every input.
+    QString text;
+    if (xml.isStartElement()) {
+        qint64 depth = 0;
+        while (!xml.atEnd()) {
+            const QXmlStreamReader::TokenType token = xml.readNext();
+            if (token == QXmlStreamReader::Characters || token == QXmlStreamReader::EntityReference) {
+                text += xml.text();
+            } else if (token == QXmlStreamReader::StartElement) {
+                ++depth;
+            } else if (token == QXmlStreamReader::EndElement) {
+                if (depth == 0)
+                    break;
+                --depth;
+            }
+        }
+    }
     if (!language.isEmpty() && !text.isEmpty())
         m_translations.insert(language, text);
 }
