@@ -22,7 +22,16 @@
 #include "bpdiscrete.h"
 #include "bpdouble.h"
 #include "bpstring.h"
+#include "bpvariant.h"
 #include "abstractvalue.h"
+
+// Current data exchange
+#include "paramvaluesquery.h"
+#include "paramvaluesresult.h"
+#include "paramvaluesstruct.h"
+#include "paramsubscriptionquery.h"
+#include "paramsubscriptionresult.h"
+#include "clientparamsubscription.h"
 
 // Events
 #include "translationitemnew.h"

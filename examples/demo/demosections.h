@@ -9,4 +9,10 @@
 /** Scalar parameters, client handles, change flags and the wire record. */
 void demoParameterValues(QTextStream &out);
 
+/**
+ * The road of one value: a simulated server, two subscribed clients and a one-shot
+ * snapshot, with values crossing their setpoints tick by tick (about three seconds).
+ */
+void demoRoadOfAValue(QTextStream &out);
+
 #endif // DEMOSECTIONS_H

@@ -12,6 +12,7 @@ int main(int argc, char **argv)
     QTextStream out(stdout);
 
     demoParameterValues(out);
+    demoRoadOfAValue(out);
 
     out.flush();
     return 0;

@@ -47,8 +47,19 @@ public:
      * Assigns a state. A state equal to the current one refreshes the handles and leaves
      * the parameter's own flag alone; a new state raises every flag through upFlag().
      * The state is stored after the handles have been told.
+     *
+     * BPVariant declares a setState(int) of its own beside this one, on purpose: a call
+     * through a BPVariant judges its limits, a call through this base stores the state as
+     * it is. GCC reports that hiding at this declaration, so the warning is silenced here.
      */
+#if defined(__GNUC__)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
+#endif
     virtual void setState(unsigned int newState);
+#if defined(__GNUC__)
+#pragma GCC diagnostic pop
+#endif
     /** The state code. */
     virtual unsigned int getState() const;
     /** Whether something changed since the flag was last dropped. */

@@ -5,6 +5,7 @@ list(APPEND TELOR_HEADERS
   values/bpdiscrete.h
   values/bpdouble.h
   values/bpstring.h
+  values/bpvariant.h
   values/abstractvalue.h
 )
 list(APPEND TELOR_SOURCES
@@ -14,6 +15,7 @@ list(APPEND TELOR_SOURCES
   values/bpdiscrete.cpp
   values/bpdouble.cpp
   values/bpstring.cpp
+  values/bpvariant.cpp
   values/abstractvalue.cpp
   values/wirestream.cpp
 )

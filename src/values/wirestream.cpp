@@ -18,15 +18,25 @@ namespace {
 constexpr qint64 MinVariantBytes = 5; // type word and null flag
 constexpr qint64 MinStringBytes = 4;  // length word of a QString or QByteArray
 
+// QVariant keeps its type in 30 bits: Qt reads the type word and uses only those bits.
+quint32 storedType(quint32 typeId)
+{
+    return typeId & 0x3FFFFFFFu;
+}
+
 bool isContainerType(quint32 typeId)
 {
-    switch (typeId) {
+    // A type named by the sender may name a container.
+    if (typeId == QMetaType::User)
+        return true;
+    switch (storedType(typeId)) {
     case QMetaType::QVariantList:
     case QMetaType::QStringList:
     case QMetaType::QByteArrayList:
     case QMetaType::QVariantMap:
     case QMetaType::QVariantHash:
     case QMetaType::QVariant:
+    case QMetaType::QEasingCurve:
         return true;
     default:
         return false;
@@ -85,10 +95,43 @@ bool skipVariantDictionary(QDataStream &stream, int depth)
     for (quint32 i = 0; i < count && stream.status() == QDataStream::Ok; ++i) {
         QString key;
         stream >> key;
-        if (stream.status() != QDataStream::Ok)
-            break;
+        // Qt reads the value even when the key failed, and the value's containers start
+        // from a good status: the walk does the same before it stops.
+        const QDataStream::Status keyStatus = stream.status();
+        stream.resetStatus();
         if (!isPlausibleVariant(stream, depth + 1))
             return false;
+        if (keyStatus != QDataStream::Ok) {
+            stream.resetStatus();
+            stream.setStatus(keyStatus);
+            break;
+        }
+    }
+    return true;
+}
+
+// QEasingCurve's form ends in two vectors (QPointF, and a point with three doubles) whose
+// counts Qt reserves room for before it reads an element.
+bool skipEasingCurve(QDataStream &stream)
+{
+    quint8 type = 0;
+    quint64 function = 0;
+    bool hasConfig = false;
+    stream >> type >> function >> hasConfig;
+    if (stream.status() != QDataStream::Ok || !hasConfig)
+        return true;
+    double number = 0.0;
+    stream >> number >> number >> number;
+    const int pointDoubles[2] = {2, 5};
+    for (int doubles : pointDoubles) {
+        quint32 count = 0;
+        stream >> count;
+        if (!isPlausibleCount(stream, count, 8 * doubles))
+            return false;
+        for (quint32 i = 0; i < count && stream.status() == QDataStream::Ok; ++i) {
+            for (int d = 0; d < doubles; ++d)
+                stream >> number;
+        }
     }
     return true;
 }
@@ -104,6 +147,16 @@ bool isPlausibleVariant(QDataStream &stream, int depth)
     stream >> typeId >> isNull;
     if (stream.status() != QDataStream::Ok)
         return true;
+    if (typeId == QMetaType::User) {
+        // A type named by the sender: Qt reads the name and goes on with the type it names.
+        QByteArray name;
+        stream >> name;
+        if (stream.status() != QDataStream::Ok)
+            return true;
+        typeId = static_cast<quint32>(QMetaType::type(name.constData()));
+    } else {
+        typeId = storedType(typeId);
+    }
     switch (typeId) {
     case QMetaType::QVariantList:
         return skipVariantList(stream, depth);
@@ -116,6 +169,8 @@ bool isPlausibleVariant(QDataStream &stream, int depth)
         return skipVariantDictionary(stream, depth);
     case QMetaType::QVariant:
         return isPlausibleVariant(stream, depth + 1);
+    case QMetaType::QEasingCurve:
+        return skipEasingCurve(stream);
     default: {
         // Any other type reads without reserving ahead: let Qt read it to step over it.
         device->seek(start);

@@ -1,0 +1,63 @@
+// Feeds arbitrary bytes to the one-shot values path: the body of a ParamValuesResult as a
+// server would send it, applied by ParamValuesStruct::newDataSlot() to a client's objects
+// of several kinds; and the same bytes as the body of a ParamValuesQuery, as a server
+// reads it. The token field is forced to the structure's own token unless the selector
+// byte says otherwise, so that the record walk is reached.
+
+#include "fuzzsetup.h"
+
+#include "paramvaluesquery.h"
+#include "paramvaluesresult.h"
+
+#include <QtCore/QtEndian>
+
+#include <cstddef>
+#include <cstdint>
+
+namespace {
+
+QByteArray packetWith(const QByteArray &body)
+{
+    QByteArray packet(QProtocolStruct::HeaderSize, '\0');
+    const qint32 words[8] = {3, 8, 1, 1, qint32(body.size()), 0, 0, 0};
+    for (int i = 0; i < 8; ++i)
+        qToBigEndian<qint32>(words[i], packet.data() + 4 * i);
+    return packet + body;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    if (size < 1 || size > (1u << 20))
+        return 0;
+    const auto selector = static_cast<valuesfuzz::Selector>(data[0] % 4);
+    QByteArray body(reinterpret_cast<const char *>(data + 1), static_cast<int>(size - 1));
+    switch (selector) {
+    case valuesfuzz::OwnToken:
+        body = valuesfuzz::withToken(body, valuesfuzz::ownToken());
+        break;
+    case valuesfuzz::OtherToken:
+        body = valuesfuzz::withToken(body, valuesfuzz::otherToken());
+        break;
+    case valuesfuzz::NullToken:
+        body = valuesfuzz::withToken(body, nullptr);
+        break;
+    case valuesfuzz::KeepToken:
+        break;
+    }
+
+    ParamValuesResult result;
+    result.setPacket(packetWith(body));
+    result.read(); // a null token reads as false; the structure judges the token itself
+
+    ParamValuesStruct values(valuesfuzz::ownToken());
+    valuesfuzz::fill(values);
+    values.newDataSlot(result);
+    values.query();
+
+    ParamValuesQuery query;
+    query.setPacket(packetWith(body));
+    query.read();
+    return 0;
+}

@@ -1,0 +1,67 @@
+// Feeds arbitrary bytes to the subscription path: the body of a ParamSubscriptionResult,
+// delivered as an untyped message to ClientParamSubscription::newDataSlot(), which routes
+// it by token to one of two clients and walks the records into their objects; and the
+// same bytes as the body of a ParamSubscriptionQuery, as a server reads it. The token
+// field is forced to a known client unless the selector byte says otherwise, so that the
+// record walk is reached.
+
+#include "fuzzsetup.h"
+
+#include "paramsubscriptionquery.h"
+
+#include <QtCore/QtEndian>
+
+#include <cstddef>
+#include <cstdint>
+
+namespace {
+
+QByteArray packetWith(const QByteArray &body)
+{
+    QByteArray packet(QProtocolStruct::HeaderSize, '\0');
+    const qint32 words[8] = {3, 1, 1, 1, qint32(body.size()), 0, 0, 0};
+    for (int i = 0; i < 8; ++i)
+        qToBigEndian<qint32>(words[i], packet.data() + 4 * i);
+    return packet + body;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    if (size < 1 || size > (1u << 20))
+        return 0;
+    const auto selector = static_cast<subscriptionfuzz::Selector>(data[0] % subscriptionfuzz::SelectorCount);
+    QByteArray body(reinterpret_cast<const char *>(data + 1), static_cast<int>(size - 1));
+    switch (selector) {
+    case subscriptionfuzz::Panel:
+        body = subscriptionfuzz::withToken(body, subscriptionfuzz::panel());
+        break;
+    case subscriptionfuzz::Logger:
+        body = subscriptionfuzz::withToken(body, subscriptionfuzz::logger());
+        break;
+    case subscriptionfuzz::NullToken:
+        body = subscriptionfuzz::withToken(body, nullptr);
+        break;
+    case subscriptionfuzz::Stranger:
+        body = subscriptionfuzz::withToken(body, subscriptionfuzz::stranger());
+        break;
+    case subscriptionfuzz::KeepToken:
+        break;
+    }
+
+    const QByteArray packet = packetWith(body);
+    ClientParamSubscription subscription;
+    subscriptionfuzz::fill(subscription);
+    QProtocolStruct message;
+    message.setPacket(packet);
+    subscription.newDataSlot(message);
+    subscription.allQueries();
+    subscription.setState(8);
+    subscription.dropFlags();
+
+    ParamSubscriptionQuery query(nullptr);
+    query.setPacket(packet);
+    query.read();
+    return 0;
+}

@@ -1,0 +1,103 @@
+#ifndef EXCHANGETEST_H
+#define EXCHANGETEST_H
+
+// Builders for the exchange tests. Records and result bodies are written here with plain
+// QDataStream writes, field by field, as a server would put them on the wire; nothing
+// here uses the library's writers.
+
+#include "telortest.h"
+
+#include "qprotocolstruct.h"
+
+#include <QtCore/QDateTime>
+#include <QtCore/QList>
+#include <QtCore/QObject>
+#include <QtCore/QVariant>
+
+namespace exchangetest {
+
+using telortest::plainBytes;
+
+/** The wire form of a client token. */
+inline qint64 tokenOf(const QObject *client)
+{
+    return static_cast<qint64>(reinterpret_cast<quintptr>(client));
+}
+
+/** A double parameter record: identifier, type 1, state, value. */
+inline QByteArray doubleRecord(qint32 id, qint32 state, double value)
+{
+    return plainBytes([&](QDataStream &s) { s << id << qint32(1) << state << value; });
+}
+
+/** A string parameter record: identifier, type 3, state, text. */
+inline QByteArray stringRecord(qint32 id, qint32 state, const QString &value)
+{
+    return plainBytes([&](QDataStream &s) { s << id << qint32(3) << state << value; });
+}
+
+/** A variant parameter record whose limits have not changed: the limits are one zero byte. */
+inline QByteArray variantRecord(qint32 id, qint32 state, const QVariant &value)
+{
+    return plainBytes([&](QDataStream &s) { s << id << qint32(5) << state << value << qint8(0); });
+}
+
+/** A variant parameter record with both limit blocks: possible 0..200, emergency 20/95, warning 40/80. */
+inline QByteArray variantRecordWithLimits(qint32 id, qint32 state, const QVariant &value)
+{
+    return plainBytes([&](QDataStream &s) {
+        s << id << qint32(5) << state << value;
+        s << qint8(1);
+        s << qint8(1) << 0.0 << 200.0 << true << true;
+        s << qint8(1) << 20.0 << 40.0 << 80.0 << 95.0 << true << true << true << true;
+    });
+}
+
+/** The leading identifier of a values record stream entry. */
+inline QByteArray leadingId(qint32 id)
+{
+    return plainBytes([&](QDataStream &s) { s << id; });
+}
+
+/** A values result body: ids, data, time, token. */
+inline QByteArray valuesResultBody(const QList<quint32> &ids, const QByteArray &data, const QDateTime &when,
+                                   qint64 token)
+{
+    return plainBytes([&](QDataStream &s) {
+        s << quint32(ids.size());
+        for (quint32 id : ids)
+            s << id;
+        s << data << when << token;
+    });
+}
+
+/** A subscription result body: ids, data, time, token. */
+inline QByteArray subscriptionResultBody(const QList<qint32> &ids, const QByteArray &data, const QDateTime &when,
+                                         qint64 token)
+{
+    return plainBytes([&](QDataStream &s) {
+        s << quint32(ids.size());
+        for (qint32 id : ids)
+            s << id;
+        s << data << when << token;
+    });
+}
+
+/** A message as the transport hands it over: untyped, holding a server's packet. */
+inline QProtocolStruct received(const QByteArray &body, qint32 serviceId = 3, qint32 messageId = 1,
+                                qint32 messageType = 1)
+{
+    QProtocolStruct message;
+    message.setPacket(telortest::packetBytes(serviceId, messageId, messageType, body));
+    return message;
+}
+
+/** A fixed time for answers. */
+inline QDateTime answerTime(int second = 0)
+{
+    return QDateTime(QDate(2026, 3, 5), QTime(14, 7, second, 42), Qt::UTC);
+}
+
+} // namespace exchangetest
+
+#endif // EXCHANGETEST_H
