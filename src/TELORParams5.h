@@ -25,6 +25,14 @@
 #include "bpvariant.h"
 #include "abstractvalue.h"
 
+// Parameter description
+#include "paramlimits.h"
+#include "paramsetpoints.h"
+#include "parambitcombination.h"
+#include "paramenum.h"
+#include "parambitfield.h"
+#include "paraminfo.h"
+
 // Current data exchange
 #include "paramvaluesquery.h"
 #include "paramvaluesresult.h"

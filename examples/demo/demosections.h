@@ -15,4 +15,10 @@ void demoParameterValues(QTextStream &out);
  */
 void demoRoadOfAValue(QTextStream &out);
 
+/**
+ * Parameter descriptions: names and units in two languages, scale and thresholds, the
+ * text of a discrete value, and a status word bit by bit and as a whole-word fault.
+ */
+void demoDescriptions(QTextStream &out);
+
 #endif // DEMOSECTIONS_H

@@ -13,6 +13,7 @@ int main(int argc, char **argv)
 
     demoParameterValues(out);
     demoRoadOfAValue(out);
+    demoDescriptions(out);
 
     out.flush();
     return 0;

@@ -1,0 +1,22 @@
+#include "parambitcombination.h"
+
+#include "qcontainerpacket.h"
+
+void ParamBitCombination::write(QContainerPacket &packet) const
+{
+    packet << qint64(value) << qint32(state)
+           << static_cast<const QHash<QString, QString> &>(shortText)
+           << static_cast<const QHash<QString, QString> &>(fullText)
+           << sign;
+}
+
+bool ParamBitCombination::read(QContainerPacket &packet)
+{
+    qint32 wireState = 0;
+    packet >> value >> wireState
+           >> static_cast<QHash<QString, QString> &>(shortText)
+           >> static_cast<QHash<QString, QString> &>(fullText)
+           >> sign;
+    state = wireState;
+    return true;
+}

@@ -1,0 +1,207 @@
+// The scale of a description: its wire form, its flag byte and its XML attributes.
+
+#include "descriptiontest.h"
+#include "telortest.h"
+
+#include "paramlimits.h"
+
+#include <QtCore/QXmlStreamReader>
+
+#include <gtest/gtest.h>
+
+using desctest::bytesOf;
+using desctest::readFrom;
+using telortest::plainBytes;
+
+namespace {
+
+// Reads the limits from the attributes of the first element of @p xml.
+ParamLimits limitsFromXml(const QString &xml, ParamLimits limits = ParamLimits())
+{
+    QXmlStreamReader reader(xml);
+    reader.readNextStartElement();
+    limits.readFromSource(reader);
+    return limits;
+}
+
+} // namespace
+
+TEST(Limits, DefaultIsUnsetAndZero)
+{
+    const ParamLimits limits;
+    EXPECT_EQ(limits.enabled, 0);
+    EXPECT_EQ(limits.lo, 0.0);
+    EXPECT_EQ(limits.hi, 0.0);
+}
+
+TEST(Limits, UnsetWritesOneZeroByte)
+{
+    EXPECT_EQ(bytesOf(ParamLimits()), QByteArray(1, '\0'));
+}
+
+TEST(Limits, SetWritesFlagLowThenHigh)
+{
+    ParamLimits limits;
+    limits.enabled = 1;
+    limits.lo = -2.5;
+    limits.hi = 100.0;
+    const QByteArray expected = plainBytes([](QDataStream &s) { s << qint8(1) << -2.5 << 100.0; });
+    EXPECT_EQ(bytesOf(limits), expected);
+    EXPECT_EQ(expected.size(), 17);
+}
+
+TEST(Limits, FlagAboveOneIsWrittenAsSet)
+{
+    ParamLimits limits;
+    limits.enabled = 2;
+    limits.lo = 1.0;
+    limits.hi = 2.0;
+    const QByteArray expected = plainBytes([](QDataStream &s) { s << qint8(2) << 1.0 << 2.0; });
+    EXPECT_EQ(bytesOf(limits), expected);
+}
+
+TEST(Limits, ReadsWhatWasWritten)
+{
+    ParamLimits sent;
+    sent.enabled = 1;
+    sent.lo = 3.0;
+    sent.hi = -7.0; // low above high is carried as it stands
+    ParamLimits received;
+    const auto outcome = readFrom(bytesOf(sent), received);
+    EXPECT_TRUE(outcome.result);
+    EXPECT_EQ(outcome.position, 17u);
+    EXPECT_EQ(received.enabled, 1);
+    EXPECT_EQ(received.lo, 3.0);
+    EXPECT_EQ(received.hi, -7.0);
+}
+
+TEST(Limits, ReadOfFlagTwoFailsAfterOneByte)
+{
+    const QByteArray bytes = plainBytes([](QDataStream &s) { s << qint8(2) << 1.0 << 2.0; });
+    ParamLimits limits;
+    const auto outcome = readFrom(bytes, limits);
+    EXPECT_FALSE(outcome.result);
+    EXPECT_EQ(outcome.position, 1u);
+    EXPECT_EQ(limits.enabled, 2);
+    EXPECT_EQ(limits.lo, 0.0);
+    EXPECT_EQ(limits.hi, 0.0);
+}
+
+TEST(Limits, NegativeFlagCountsAsAboveOne)
+{
+    const QByteArray bytes = plainBytes([](QDataStream &s) { s << qint8(-1) << 1.0 << 2.0; });
+    ParamLimits limits;
+    const auto outcome = readFrom(bytes, limits);
+    EXPECT_FALSE(outcome.result);
+    EXPECT_EQ(outcome.position, 1u);
+    EXPECT_EQ(limits.enabled, -1);
+}
+
+TEST(Limits, WrittenFlagAboveOneIsRefusedOnReading)
+{
+    ParamLimits sent;
+    sent.enabled = 3;
+    ParamLimits received;
+    EXPECT_FALSE(readFrom(bytesOf(sent), received).result);
+}
+
+TEST(Limits, ReadOfUnsetKeepsOldBounds)
+{
+    ParamLimits limits;
+    limits.enabled = 1;
+    limits.lo = 4.0;
+    limits.hi = 5.0;
+    const auto outcome = readFrom(QByteArray(1, '\0'), limits);
+    EXPECT_TRUE(outcome.result);
+    EXPECT_EQ(outcome.position, 1u);
+    EXPECT_EQ(limits.enabled, 0);
+    EXPECT_EQ(limits.lo, 4.0);
+    EXPECT_EQ(limits.hi, 5.0);
+}
+
+TEST(Limits, TruncatedBoundsReadAsZero)
+{
+    const QByteArray bytes = plainBytes([](QDataStream &s) { s << qint8(1) << 6.0; });
+    ParamLimits limits;
+    limits.hi = 9.0;
+    EXPECT_TRUE(readFrom(bytes, limits).result);
+    EXPECT_EQ(limits.enabled, 1);
+    EXPECT_EQ(limits.lo, 6.0);
+    EXPECT_EQ(limits.hi, 0.0);
+}
+
+TEST(Limits, XmlWithBothBoundsSetsThem)
+{
+    const ParamLimits limits = limitsFromXml(QStringLiteral("<param lo=\"-1.5\" hi=\"20\"/>"));
+    EXPECT_EQ(limits.enabled, 1);
+    EXPECT_EQ(limits.lo, -1.5);
+    EXPECT_EQ(limits.hi, 20.0);
+}
+
+TEST(Limits, XmlWithHighOnlyChangesNothing)
+{
+    const ParamLimits limits = limitsFromXml(QStringLiteral("<param hi=\"20\"/>"));
+    EXPECT_EQ(limits.enabled, 0);
+    EXPECT_EQ(limits.lo, 0.0);
+    EXPECT_EQ(limits.hi, 0.0);
+}
+
+TEST(Limits, XmlWithLowOnlyChangesNothing)
+{
+    const ParamLimits limits = limitsFromXml(QStringLiteral("<param lo=\"3\"/>"));
+    EXPECT_EQ(limits.enabled, 0);
+    EXPECT_EQ(limits.lo, 0.0);
+    EXPECT_EQ(limits.hi, 0.0);
+}
+
+TEST(Limits, XmlWithOneBoundKeepsEarlierLimits)
+{
+    ParamLimits before;
+    before.enabled = 1;
+    before.lo = 1.0;
+    before.hi = 2.0;
+    const ParamLimits limits = limitsFromXml(QStringLiteral("<param lo=\"-50\"/>"), before);
+    EXPECT_EQ(limits.enabled, 1);
+    EXPECT_EQ(limits.lo, 1.0);
+    EXPECT_EQ(limits.hi, 2.0);
+}
+
+TEST(Limits, XmlLowAboveHighIsKept)
+{
+    const ParamLimits limits = limitsFromXml(QStringLiteral("<param lo=\"10\" hi=\"-10\"/>"));
+    EXPECT_EQ(limits.enabled, 1);
+    EXPECT_EQ(limits.lo, 10.0);
+    EXPECT_EQ(limits.hi, -10.0);
+}
+
+TEST(Limits, XmlTextThatIsNoNumberGivesZeroAndSet)
+{
+    ParamLimits before;
+    before.lo = 5.0;
+    before.hi = 6.0;
+    const ParamLimits limits = limitsFromXml(QStringLiteral("<param lo=\"low\" hi=\"12abc\"/>"), before);
+    EXPECT_EQ(limits.enabled, 1);
+    EXPECT_EQ(limits.lo, 0.0);
+    EXPECT_EQ(limits.hi, 0.0);
+}
+
+TEST(Limits, XmlEmptyAttributeCountsAsPresent)
+{
+    const ParamLimits limits = limitsFromXml(QStringLiteral("<param lo=\"\" hi=\"8\"/>"));
+    EXPECT_EQ(limits.enabled, 1);
+    EXPECT_EQ(limits.lo, 0.0);
+    EXPECT_EQ(limits.hi, 8.0);
+}
+
+TEST(Limits, CopiesAreIndependentValues)
+{
+    ParamLimits a;
+    a.enabled = 1;
+    a.lo = 1.0;
+    a.hi = 2.0;
+    ParamLimits b = a;
+    b.hi = 3.0;
+    EXPECT_EQ(a.hi, 2.0);
+    EXPECT_EQ(b.lo, 1.0);
+    EXPECT_EQ(b.enabled, 1);
+}
