@@ -22,7 +22,7 @@ for bin in "$build"/fuzz/fuzz-*; do
   [ -d "$root/fuzz/$target/regressions" ] && dirs+=("$root/fuzz/$target/regressions")
   echo "== fuzzing $target for ${seconds}s"
   log="$build/fuzz-$target.log"
-  if ASAN_OPTIONS=detect_leaks=1:allocator_may_return_null=1 \
+  if ASAN_OPTIONS=detect_leaks=1:allocator_may_return_null=1:quarantine_size_mb=64 \
      "$bin" "${dirs[@]}" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 \
        -malloc_limit_mb=512 -print_final_stats=1 -artifact_prefix="$artifacts/" >"$log" 2>&1; then
     grep -E 'stat::number_of_executed_units|stat::peak_rss_mb' "$log" | sed "s/^/   $target: /"
