@@ -41,6 +41,14 @@
 #include "paramsubscriptionresult.h"
 #include "clientparamsubscription.h"
 
+// Parameter groups
+#include "paramgroupitem.h"
+#include "paramgroupinfobase.h"
+#include "paramgroupinfo.h"
+#include "paramgroupcopypasteremoveinfo.h"
+#include "paramgroupinsertparametersinfo.h"
+#include "paramgroupremoveparametersinfo.h"
+
 // Events
 #include "translationitemnew.h"
 #include "translationtable.h"

@@ -21,4 +21,10 @@ void demoRoadOfAValue(QTextStream &out);
  */
 void demoDescriptions(QTextStream &out);
 
+/**
+ * Parameter groups: a small tree, an edit sent as a message and applied by the receiver,
+ * the operators' log text of the edit in two languages, and the tree as XML.
+ */
+void demoGroups(QTextStream &out);
+
 #endif // DEMOSECTIONS_H
