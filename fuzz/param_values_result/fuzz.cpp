@@ -1,8 +1,9 @@
 // Feeds arbitrary bytes to the one-shot values path: the body of a ParamValuesResult as a
 // server would send it, applied by ParamValuesStruct::newDataSlot() to a client's objects
 // of several kinds; and the same bytes as the body of a ParamValuesQuery, as a server
-// reads it. The token field is forced to the structure's own token unless the selector
-// byte says otherwise, so that the record walk is reached.
+// reads it. The result and the objects are written again, as a relay would. The token
+// field is forced to the structure's own token unless the selector byte says otherwise,
+// so that the record walk is reached.
 
 #include "fuzzsetup.h"
 
@@ -50,11 +51,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     ParamValuesResult result;
     result.setPacket(packetWith(body));
     result.read(); // a null token reads as false; the structure judges the token itself
+    result.write(); // what was read can be written again
 
     ParamValuesStruct values(valuesfuzz::ownToken());
-    valuesfuzz::fill(values);
+    QList<QSharedPointer<AbstractParameterBase>> objects;
+    valuesfuzz::fill(values, &objects);
     values.newDataSlot(result);
     values.query();
+    valuesfuzz::writeAll(objects);
 
     ParamValuesQuery query;
     query.setPacket(packetWith(body));

@@ -40,21 +40,35 @@ inline const QObject *otherToken()
  * twice, 5 a variant with limits, 6 a double and a variant (records of one kind only
  * suit one of them), 7 nothing.
  */
-inline void fill(ParamValuesStruct &values)
+inline void fill(ParamValuesStruct &values, QList<QSharedPointer<AbstractParameterBase>> *kept = nullptr)
 {
-    values.append(QSharedPointer<BPDouble>::create(1));
-    values.append(QSharedPointer<BPString>::create(2));
-    values.append(QSharedPointer<BPVariant>::create(3));
-    values.append(QSharedPointer<BPVariant>::create(3));
-    const QSharedPointer<BPDouble> twice = QSharedPointer<BPDouble>::create(4);
-    values.append(twice);
-    values.append(twice);
+    QList<QSharedPointer<AbstractParameterBase>> objects;
+    objects.append(QSharedPointer<AbstractParameterBase>(new BPDouble(1)));
+    objects.append(QSharedPointer<AbstractParameterBase>(new BPString(2)));
+    objects.append(QSharedPointer<AbstractParameterBase>(new BPVariant(3)));
+    objects.append(QSharedPointer<AbstractParameterBase>(new BPVariant(3)));
+    const QSharedPointer<AbstractParameterBase> twice(new BPDouble(4));
+    objects.append(twice);
+    objects.append(twice);
     const QSharedPointer<BPVariant> limited = QSharedPointer<BPVariant>::create(5);
     limited->limitsPrivate().setLowPossibleSetpoint(true, 0.0);
     limited->limitsPrivate().setHiWarningSetpoint(true, 10.0);
-    values.append(limited);
-    values.append(QSharedPointer<BPDouble>::create(6));
-    values.append(QSharedPointer<BPVariant>::create(6));
+    objects.append(limited);
+    objects.append(QSharedPointer<AbstractParameterBase>(new BPDouble(6)));
+    objects.append(QSharedPointer<AbstractParameterBase>(new BPVariant(6)));
+    for (const QSharedPointer<AbstractParameterBase> &object : objects)
+        values.append(object);
+    if (kept)
+        *kept = objects;
+}
+
+/** Writes the record of every object, as a server relaying what it read would. */
+inline void writeAll(const QList<QSharedPointer<AbstractParameterBase>> &objects)
+{
+    QByteArray records;
+    QContainerPacket packet(&records);
+    for (const QSharedPointer<AbstractParameterBase> &object : objects)
+        object->write(packet, true);
 }
 
 /** The offset of the token field in @p body, found as the reader walks it; -1 if the body ends first. */
@@ -65,7 +79,8 @@ inline qint64 tokenOffset(const QByteArray &body)
     QByteArray data;
     QDateTime when;
     TelorWire::readList(packet, ids);
-    packet >> data >> when;
+    packet >> data;
+    TelorWire::readDateTime(packet, when);
     const qint64 offset = packet.position();
     return offset + 8 <= body.size() ? offset : -1;
 }

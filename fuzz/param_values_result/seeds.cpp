@@ -6,6 +6,8 @@
 
 #include "paramvaluesresult.h"
 
+#include <QtCore/QTimeZone>
+
 namespace {
 
 /** Appends the leading identifier and the record of @p param to @p result. */
@@ -69,6 +71,18 @@ int main(int argc, char **argv)
         add(repeated, dateVariant, true);
         add(repeated, listVariant, false);
         out.add(QStringLiteral("variants"), seed(valuesfuzz::OwnToken, repeated));
+    }
+    {
+        // Times in zones, whose names the reader looks up.
+        ParamValuesResult zoned;
+        BPVariant zonedVariant(3);
+        zonedVariant.setValue(QVariantList{QDateTime(QDate(2025, 6, 1), QTime(12, 0), QTimeZone(3600)),
+                                           QDateTime(QDate(2025, 6, 1), QTime(12, 0), QTimeZone("UTC+02:00"))});
+        add(zoned, zonedVariant, false);
+        zoned.dateTime = QDateTime(QDate(2026, 3, 5), QTime(14, 7, 9), QTimeZone(-7200));
+        zoned.parent = valuesfuzz::ownToken();
+        out.add(QStringLiteral("zoned-times"),
+                QByteArray(1, char(valuesfuzz::OwnToken)) + zoned.write().mid(QProtocolStruct::HeaderSize));
     }
     {
         ParamValuesResult unknownFirst;

@@ -1,13 +1,14 @@
 // Feeds arbitrary bytes to the subscription path: the body of a ParamSubscriptionResult,
 // delivered as an untyped message to ClientParamSubscription::newDataSlot(), which routes
 // it by token to one of two clients and walks the records into their objects; and the
-// same bytes as the body of a ParamSubscriptionQuery, as a server reads it. The token
-// field is forced to a known client unless the selector byte says otherwise, so that the
-// record walk is reached.
+// same bytes as the body of a ParamSubscriptionQuery, as a server reads it. The result and
+// the objects are written again, as a relay would. The token field is forced to a known
+// client unless the selector byte says otherwise, so that the record walk is reached.
 
 #include "fuzzsetup.h"
 
 #include "paramsubscriptionquery.h"
+#include "paramsubscriptionresult.h"
 
 #include <QtCore/QtEndian>
 
@@ -52,13 +53,20 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 
     const QByteArray packet = packetWith(body);
     ClientParamSubscription subscription;
-    subscriptionfuzz::fill(subscription);
+    QList<QSharedPointer<AbstractParameterBase>> objects;
+    subscriptionfuzz::fill(subscription, &objects);
     QProtocolStruct message;
     message.setPacket(packet);
     subscription.newDataSlot(message);
     subscription.allQueries();
     subscription.setState(8);
     subscription.dropFlags();
+    subscriptionfuzz::writeAll(objects);
+
+    ParamSubscriptionResult result;
+    result.setPacket(packet);
+    result.read();
+    result.write();
 
     ParamSubscriptionQuery query(nullptr);
     query.setPacket(packet);

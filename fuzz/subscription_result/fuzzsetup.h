@@ -48,25 +48,39 @@ inline const QObject *stranger()
  * double and a variant; the logger holds 1 (the panel's object), 4 one double appended
  * twice and 5 a variant of its own.
  */
-inline void fill(ClientParamSubscription &subscription)
+inline void fill(ClientParamSubscription &subscription, QList<QSharedPointer<AbstractParameterBase>> *kept = nullptr)
 {
+    auto add = [&](const QSharedPointer<AbstractParameterBase> &object, const QObject *client) {
+        subscription.append(object, client);
+        if (kept)
+            kept->append(object);
+    };
     const QSharedPointer<BPDouble> shared = QSharedPointer<BPDouble>::create(1);
-    subscription.append(shared, panel());
-    subscription.append(QSharedPointer<BPString>::create(2), panel());
-    subscription.append(QSharedPointer<BPVariant>::create(3), panel());
-    subscription.append(QSharedPointer<BPVariant>::create(3), panel());
+    add(shared, panel());
+    add(QSharedPointer<AbstractParameterBase>(new BPString(2)), panel());
+    add(QSharedPointer<AbstractParameterBase>(new BPVariant(3)), panel());
+    add(QSharedPointer<AbstractParameterBase>(new BPVariant(3)), panel());
     const QSharedPointer<BPVariant> limited = QSharedPointer<BPVariant>::create(5);
     limited->limitsPrivate().setLowPossibleSetpoint(true, 0.0);
     limited->limitsPrivate().setHiWarningSetpoint(true, 10.0);
-    subscription.append(limited, panel());
-    subscription.append(QSharedPointer<BPDouble>::create(6), panel());
-    subscription.append(QSharedPointer<BPVariant>::create(6), panel());
+    add(limited, panel());
+    add(QSharedPointer<AbstractParameterBase>(new BPDouble(6)), panel());
+    add(QSharedPointer<AbstractParameterBase>(new BPVariant(6)), panel());
 
-    subscription.append(shared, logger());
-    const QSharedPointer<BPDouble> twice = QSharedPointer<BPDouble>::create(4);
-    subscription.append(twice, logger());
-    subscription.append(twice, logger());
-    subscription.append(QSharedPointer<BPVariant>::create(5), logger());
+    add(shared, logger());
+    const QSharedPointer<AbstractParameterBase> twice(new BPDouble(4));
+    add(twice, logger());
+    add(twice, logger());
+    add(QSharedPointer<AbstractParameterBase>(new BPVariant(5)), logger());
+}
+
+/** Writes the record of every object, as a server relaying what it read would. */
+inline void writeAll(const QList<QSharedPointer<AbstractParameterBase>> &objects)
+{
+    QByteArray records;
+    QContainerPacket packet(&records);
+    for (const QSharedPointer<AbstractParameterBase> &object : objects)
+        object->write(packet, true);
 }
 
 /** The offset of the token field in @p body, found as the reader walks it; -1 if the body ends first. */
@@ -77,7 +91,8 @@ inline qint64 tokenOffset(const QByteArray &body)
     QByteArray data;
     QDateTime when;
     TelorWire::readList(packet, ids);
-    packet >> data >> when;
+    packet >> data;
+    TelorWire::readDateTime(packet, when);
     const qint64 offset = packet.position();
     return offset + 8 <= body.size() ? offset : -1;
 }

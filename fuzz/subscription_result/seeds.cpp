@@ -7,6 +7,8 @@
 
 #include "paramsubscriptionresult.h"
 
+#include <QtCore/QTimeZone>
+
 namespace {
 
 /** Appends the record of @p param to @p result. */
@@ -83,6 +85,18 @@ int main(int argc, char **argv)
         out.add(QStringLiteral("null-token"), seed(subscriptionfuzz::NullToken, dropped));
         out.add(QStringLiteral("stranger"), seed(subscriptionfuzz::Stranger, dropped));
         out.add(QStringLiteral("kept-token"), seed(subscriptionfuzz::KeepToken, dropped));
+    }
+    {
+        // Times in zones, whose names the reader looks up.
+        ParamSubscriptionResult zoned;
+        BPVariant zonedVariant(3);
+        zonedVariant.setValue(QVariantList{QDateTime(QDate(2025, 6, 1), QTime(12, 0), QTimeZone(3600)),
+                                           QDateTime(QDate(2025, 6, 1), QTime(12, 0), QTimeZone("UTC+02:00"))});
+        add(zoned, zonedVariant, false);
+        zoned.dateTime = QDateTime(QDate(2026, 3, 5), QTime(14, 7, 9), QTimeZone(-7200));
+        zoned.setParent(subscriptionfuzz::panel());
+        out.add(QStringLiteral("zoned-times"),
+                QByteArray(1, char(subscriptionfuzz::Panel)) + zoned.write().mid(QProtocolStruct::HeaderSize));
     }
     {
         ParamSubscriptionResult empty;

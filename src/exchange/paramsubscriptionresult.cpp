@@ -16,7 +16,8 @@ void ParamSubscriptionResult::writePrivate(QContainerPacket &packet) const
 bool ParamSubscriptionResult::readPrivate(QContainerPacket &packet)
 {
     TelorWire::readList(packet, ids);
-    packet >> data >> dateTime;
+    packet >> data;
+    TelorWire::readDateTime(packet, dateTime);
     qint64 token = 0;
     packet >> token;
     m_parent = TelorToken::fromWire(token);

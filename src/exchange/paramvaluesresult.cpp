@@ -16,7 +16,8 @@ void ParamValuesResult::writePrivate(QContainerPacket &packet) const
 bool ParamValuesResult::readPrivate(QContainerPacket &packet)
 {
     TelorWire::readList(packet, ids);
-    packet >> data >> dateTime;
+    packet >> data;
+    TelorWire::readDateTime(packet, dateTime);
     qint64 token = 0;
     packet >> token;
     parent = TelorToken::fromWire(token);

@@ -27,7 +27,9 @@ class QObject;
  *
  * readPrivate() returns true exactly when the token read is not null. An `ids` count that
  * announces more identifiers than the body holds reads as an empty list, without
- * allocating for the announced count.
+ * allocating for the announced count. A `dateTime` in a zone that this side doesn't know
+ * reads as a null QDateTime, so that the result can be written again; a zone name that
+ * climbs out of the zone directory is not looked up.
  */
 class TELORPARAMS5_EXPORT ParamValuesResult : public QProtocolStruct
 {

@@ -75,6 +75,8 @@ void BPVariant::writePrivate(QContainerPacket &packet, bool full) const
 bool BPVariant::readPrivate(QContainerPacket &packet)
 {
     TelorWire::readVariant(packet, value);
+    // A time in a zone unknown here could not be written again.
+    TelorWire::forgetUnknownZones(value);
     // The limits' own result carries no verdict on the record.
     limitsStore.read(packet);
     return true;

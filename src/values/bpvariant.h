@@ -73,7 +73,8 @@ public:
     /**
      * Reads the value (replacing it without comparison, the pending mark untouched) and
      * the limits. Always returns true; a truncated payload reads as an invalid value and
-     * zero limits.
+     * zero limits. A time in a zone that this side doesn't know, anywhere in the value,
+     * is kept as a null QDateTime, so that the value can be written again.
      */
     bool readPrivate(QContainerPacket &packet) override;
 

@@ -1,6 +1,10 @@
 #include "wirestream_p.h"
 
+#include <QtCore/QDateTime>
 #include <QtCore/QIODevice>
+#include <QtCore/QTimeZone>
+
+#include <algorithm>
 
 namespace TelorWire {
 
@@ -24,12 +28,132 @@ quint32 storedType(quint32 typeId)
     return typeId & 0x3FFFFFFFu;
 }
 
-bool isContainerType(quint32 typeId)
+// Qt looks a time zone up by its name as a file below the zone directory. A name with a
+// ".." section leads it to any file at all, a pipe or a terminal among them, whose read
+// blocks; such a name is never handed to Qt.
+bool isSafeZoneName(const QString &name)
+{
+    if (name.contains(QChar(0)))
+        return false;
+    const QVector<QStringRef> sections = name.splitRef(QLatin1Char('/'));
+    return std::none_of(sections.cbegin(), sections.cend(),
+                        [](const QStringRef &section) { return section == QLatin1String(".."); });
+}
+
+/**
+ * Reads a QDateTime's stream form as Qt reads it, consuming the same bytes, and tells
+ * whether every zone name in it may be looked up. A time in a zone carries the zone's
+ * name; the name "OffsetFromUtc" is followed by a custom zone, whose own name Qt looks up
+ * first.
+ */
+bool skipTimeWithSafeZoneNames(QDataStream &stream)
+{
+    qint64 julianDay = 0;
+    quint32 milliseconds = 0;
+    qint8 kind = 0;
+    stream >> julianDay >> milliseconds >> kind;
+    if (kind == Qt::OffsetFromUTC) {
+        qint32 offset = 0;
+        stream >> offset;
+        return true;
+    }
+    if (kind != Qt::TimeZone)
+        return true;
+    QString name;
+    stream >> name;
+    if (name != QLatin1String("OffsetFromUtc"))
+        return isSafeZoneName(name);
+    qint32 offset = 0;
+    qint32 country = 0;
+    QString text;
+    stream >> name >> offset >> text >> text >> country >> text;
+    return isSafeZoneName(name);
+}
+
+// Qt reads a time in a zone that it doesn't know, or of a kind (UTC, local, offset, zone)
+// that it doesn't know, as an invalid time in an invalid zone, which its own operator<<
+// dereferences.
+bool isUnknownZone(const QDateTime &time)
+{
+    return time.timeSpec() == Qt::TimeZone && !time.timeZone().isValid();
+}
+
+bool holdsUnknownZone(const QVariant &value, int depth);
+
+template<typename Container>
+bool anyHoldsUnknownZone(const Container &elements, int depth)
+{
+    return std::any_of(elements.cbegin(), elements.cend(),
+                       [depth](const QVariant &element) { return holdsUnknownZone(element, depth + 1); });
+}
+
+bool holdsUnknownZone(const QVariant &value, int depth)
+{
+    if (depth > MaxVariantDepth)
+        return false;
+    switch (value.userType()) {
+    case QMetaType::QDateTime:
+        return isUnknownZone(*static_cast<const QDateTime *>(value.constData()));
+    case QMetaType::QVariant:
+        return holdsUnknownZone(*static_cast<const QVariant *>(value.constData()), depth + 1);
+    case QMetaType::QVariantList:
+        return anyHoldsUnknownZone(*static_cast<const QVariantList *>(value.constData()), depth);
+    case QMetaType::QVariantMap:
+        return anyHoldsUnknownZone(*static_cast<const QVariantMap *>(value.constData()), depth);
+    case QMetaType::QVariantHash:
+        return anyHoldsUnknownZone(*static_cast<const QVariantHash *>(value.constData()), depth);
+    default:
+        return false;
+    }
+}
+
+void forgetUnknownZonesAt(QVariant &value, int depth);
+
+template<typename Container>
+QVariant withoutUnknownZones(Container elements, int depth)
+{
+    for (QVariant &element : elements)
+        forgetUnknownZonesAt(element, depth + 1);
+    return QVariant(elements);
+}
+
+void forgetUnknownZonesAt(QVariant &value, int depth)
+{
+    // Only what holds such a time is copied and rebuilt.
+    if (!holdsUnknownZone(value, depth))
+        return;
+    switch (value.userType()) {
+    case QMetaType::QDateTime:
+        value = QVariant(QDateTime());
+        break;
+    case QMetaType::QVariant: {
+        QVariant inner = *static_cast<const QVariant *>(value.constData());
+        forgetUnknownZonesAt(inner, depth + 1);
+        value = QVariant(QMetaType::QVariant, &inner);
+        break;
+    }
+    case QMetaType::QVariantList:
+        value = withoutUnknownZones(value.toList(), depth);
+        break;
+    case QMetaType::QVariantMap:
+        value = withoutUnknownZones(value.toMap(), depth);
+        break;
+    case QMetaType::QVariantHash:
+        value = withoutUnknownZones(value.toHash(), depth);
+        break;
+    default:
+        break;
+    }
+}
+
+// Whether Qt's read of a value of this type is walked first.
+bool needsWalk(quint32 typeId)
 {
     // A type named by the sender may name a container.
     if (typeId == QMetaType::User)
         return true;
     switch (storedType(typeId)) {
+    case QMetaType::QDateTime: // Qt looks its zone up by name
     case QMetaType::QVariantList:
     case QMetaType::QStringList:
     case QMetaType::QByteArrayList:
@@ -171,6 +295,10 @@ bool isPlausibleVariant(QDataStream &stream, int depth)
         return isPlausibleVariant(stream, depth + 1);
     case QMetaType::QEasingCurve:
         return skipEasingCurve(stream);
+    case QMetaType::QDateTime:
+        if (!skipTimeWithSafeZoneNames(stream))
+            return false;
+        Q_FALLTHROUGH();
     default: {
         // Any other type reads without reserving ahead: let Qt read it to step over it.
         device->seek(start);
@@ -193,12 +321,15 @@ QDataStream &readVariant(QDataStream &stream, QVariant &value)
     quint32 typeId = 0;
     stream >> typeId;
     device->seek(start);
-    if (!isContainerType(typeId))
+    if (!needsWalk(typeId))
         return stream >> value;
 
-    // A container: walk it first, and let Qt read it only if nothing in it can ask for
-    // more than the packet holds.
+    // A container or a time: walk it first, and let Qt read it only if nothing in it can
+    // ask for more than the packet holds or name a zone outside the zone directory. The walk stops where the status turns bad, so it runs
+    // on a good status whatever the caller's stream says: Qt reads the value in full
+    // from a stream that is already bad, and the walk must see all that Qt will read.
     const QDataStream::Status before = stream.status();
+    stream.resetStatus();
     const bool plausible = isPlausibleVariant(stream, 0);
     device->seek(start);
     stream.resetStatus();
@@ -210,6 +341,35 @@ QDataStream &readVariant(QDataStream &stream, QVariant &value)
     device->seek(device->size());
     stream.setStatus(QDataStream::ReadCorruptData);
     return stream;
+}
+
+QDataStream &readDateTime(QDataStream &stream, QDateTime &time)
+{
+    QIODevice *device = stream.device();
+    if (device && !device->isSequential()) {
+        const qint64 start = device->pos();
+        const QDataStream::Status before = stream.status();
+        if (!skipTimeWithSafeZoneNames(stream)) {
+            // The stream stands where Qt's read would have left it.
+            time = QDateTime();
+            return stream;
+        }
+        device->seek(start);
+        stream.resetStatus();
+        stream.setStatus(before);
+    }
+    stream >> time;
+    if (isUnknownZone(time))
+        time = QDateTime();
+    return stream;
+}
+
+bool forgetUnknownZones(QVariant &value)
+{
+    if (!holdsUnknownZone(value, 0))
+        return false;
+    forgetUnknownZonesAt(value, 0);
+    return true;
 }
 
 } // namespace TelorWire

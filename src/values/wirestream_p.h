@@ -10,6 +10,7 @@
 //
 
 #include <QtCore/QDataStream>
+#include <QtCore/QDateTime>
 #include <QtCore/QHash>
 #include <QtCore/QList>
 #include <QtCore/QMap>
@@ -50,9 +51,36 @@ TELORPARAMS5_EXPORT qint64 bytesLeft(const QDataStream &stream);
  *
  * A value in which a list announces more than 65536 elements and more than the bytes
  * left could hold, or whose containers nest deeper than MaxVariantDepth, reads as an
- * invalid QVariant; the stream is then at its end with the status ReadCorruptData.
+ * invalid QVariant; the stream is then at its end with the status ReadCorruptData (or
+ * the bad status it already had). Both hold whatever the stream's status on entry: Qt
+ * reads a value in full from a stream that is already bad, and so is the value judged.
+ *
+ * A value that holds, at any depth, a time whose zone name has a ".." section reads as an
+ * invalid QVariant in the same way: Qt would look that name up as a file outside the zone
+ * directory, and a pipe or a terminal there blocks the read.
+ *
+ * A time in a zone that this side doesn't know reads as Qt reads it, as an invalid time
+ * that Qt's operator<< cannot write again; see forgetUnknownZones().
  */
 TELORPARAMS5_EXPORT QDataStream &readVariant(QDataStream &stream, QVariant &value);
+
+/**
+ * Reads a QDateTime in Qt's stream form, consuming the bytes that Qt's operator>>
+ * consumes. Every time that Qt can write again reads exactly as Qt reads it. A time in a
+ * zone that this side doesn't know (or of a kind that Qt doesn't know) reads as a
+ * null QDateTime instead of Qt's invalid one, which Qt's operator<< would dereference; so
+ * does a time whose zone name has a ".." section, and that name is not looked up at all.
+ * On a sequential device the read is Qt's own.
+ */
+TELORPARAMS5_EXPORT QDataStream &readDateTime(QDataStream &stream, QDateTime &time);
+
+/**
+ * Replaces every time in a zone that this side doesn't know inside @p value, at any depth
+ * up to MaxVariantDepth of its lists, maps, hashes and nested variants, by a null
+ * QDateTime, so that the value can be written again. Returns whether anything was
+ * replaced; a value without such a time is left as it is, shared data included.
+ */
+TELORPARAMS5_EXPORT bool forgetUnknownZones(QVariant &value);
 
 // Every reader is declared before the container readers that call them, so that a
 // container of containers finds the bounded reader for its elements.

@@ -253,6 +253,25 @@ TEST(ClientSubscription, AllQueriesHasOneQueryPerClient)
     }
 }
 
+TEST(ClientSubscription, AllQueriesFollowTheClientTableOrder)
+{
+    // The client table is a hash keyed by the client's address; the queries come in its
+    // iteration order, which a hash with the same keys inserted in the same order shares.
+    QObject clients[12];
+    ClientParamSubscription subscription;
+    QHash<const QObject *, int> sameKeys;
+    for (int i = 0; i < 12; ++i) {
+        subscription.append(ParamPtr(new BPDouble(unsigned(i))), &clients[i]);
+        sameKeys.insert(&clients[i], i);
+    }
+    QList<const QObject *> order;
+    for (const ParamSubscriptionQuery &query : subscription.allQueries()) {
+        order.append(query.parent());
+        EXPECT_EQ(query.ids, (QSet<int>{sameKeys.value(query.parent())}));
+    }
+    EXPECT_EQ(order, sameKeys.keys());
+}
+
 TEST(ClientSubscription, NullOrUnknownTokenReturnsTrueAndMovesTheTime)
 {
     QObject client;
@@ -267,6 +286,27 @@ TEST(ClientSubscription, NullOrUnknownTokenReturnsTrueAndMovesTheTime)
         received(subscriptionResultBody({1}, doubleRecord(1, 8, 1.0), answerTime(2), tokenOf(&stranger)))));
     EXPECT_EQ(subscription.dateTime(), answerTime(2));
     EXPECT_EQ(a->reads, 0);
+}
+
+TEST(ClientSubscription, NullTokenIsNoClientEvenIfOneWasAppendedUnderNull)
+{
+    ClientParamSubscription subscription;
+    const QSharedPointer<ProbeDouble> a(new ProbeDouble(1));
+    subscription.append(a, nullptr);
+    ASSERT_EQ(subscription.count(), 1);
+    EXPECT_TRUE(subscription.newDataSlot(received(subscriptionResultBody({1}, doubleRecord(1, 8, 1.0), answerTime(3), 0))));
+    EXPECT_EQ(a->reads, 0);
+    EXPECT_EQ(subscription.dateTime(), answerTime(3));
+}
+
+TEST(ClientSubscription, TimeOfEveryResultThatReadsIsTakenEvenWhenNull)
+{
+    QObject client;
+    ClientParamSubscription subscription;
+    ASSERT_TRUE(subscription.newDataSlot(received(subscriptionResultBody({}, QByteArray(), answerTime(4), tokenOf(&client)))));
+    ASSERT_EQ(subscription.dateTime(), answerTime(4));
+    EXPECT_TRUE(subscription.newDataSlot(received(subscriptionResultBody({}, QByteArray(), QDateTime(), tokenOf(&client)))));
+    EXPECT_TRUE(subscription.dateTime().isNull());
 }
 
 TEST(ClientSubscription, MessageThatDoesNotReadLeavesTheTime)
@@ -375,6 +415,34 @@ TEST(ClientSubscription, RecordForAnotherIdentifierIsRefused)
     EXPECT_EQ(one->getState(), 256u); // the refused record's state was taken
     EXPECT_FALSE(one->changed());
     EXPECT_FALSE(two->changed());
+}
+
+TEST(ClientSubscription, LatestAppendedReadsFirstAndARefusalStopsTheRest)
+{
+    class RefusingDouble : public ProbeDouble
+    {
+    public:
+        using ProbeDouble::ProbeDouble;
+        bool readPrivate(QContainerPacket &packet) override
+        {
+            ProbeDouble::readPrivate(packet);
+            return false;
+        }
+    };
+    QObject client;
+    ClientParamSubscription subscription;
+    const QSharedPointer<ProbeDouble> early(new ProbeDouble(3));
+    const QSharedPointer<RefusingDouble> late(new RefusingDouble(3));
+    const QSharedPointer<ProbeDouble> next(new ProbeDouble(4));
+    subscription.append(early, &client);
+    subscription.append(late, &client);
+    subscription.append(next, &client);
+    const QByteArray data = doubleRecord(3, 8, 9.0) + doubleRecord(4, 8, 4.0);
+    EXPECT_FALSE(subscription.newDataSlot(received(subscriptionResultBody({3, 4}, data, answerTime(), tokenOf(&client)))));
+    EXPECT_EQ(late->reads, 1);
+    EXPECT_EQ(late->getValue(), 9.0);
+    EXPECT_EQ(early->reads, 0); // never reached
+    EXPECT_EQ(next->reads, 0);
 }
 
 TEST(ClientSubscription, TruncatedRecordReadsAsZeros)

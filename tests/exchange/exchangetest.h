@@ -83,6 +83,30 @@ inline QByteArray subscriptionResultBody(const QList<qint32> &ids, const QByteAr
     });
 }
 
+/**
+ * A result body whose time is given as raw bytes: ids, data, @p timeBytes, token. Used for
+ * times that a plain QDateTime can't be written as, such as one in a zone that the
+ * receiver doesn't know.
+ */
+inline QByteArray resultBodyWithRawTime(const QList<qint32> &ids, const QByteArray &data, const QByteArray &timeBytes,
+                                        qint64 token)
+{
+    return plainBytes([&](QDataStream &s) {
+        s << quint32(ids.size());
+        for (qint32 id : ids)
+            s << id;
+        s << data;
+    }) + timeBytes + plainBytes([&](QDataStream &s) { s << token; });
+}
+
+/** A QDateTime in Qt's stream form, in the time zone named @p zoneName. */
+inline QByteArray zonedTimeBytes(const QString &zoneName)
+{
+    return plainBytes([&](QDataStream &s) {
+        s << QDate(2026, 6, 1) << QTime(12, 0) << qint8(Qt::TimeZone) << zoneName;
+    });
+}
+
 /** A message as the transport hands it over: untyped, holding a server's packet. */
 inline QProtocolStruct received(const QByteArray &body, qint32 serviceId = 3, qint32 messageId = 1,
                                 qint32 messageType = 1)

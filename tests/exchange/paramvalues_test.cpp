@@ -173,6 +173,23 @@ TEST(ValuesResult, NullTokenDoesNotReadAlthoughAllFieldsWereRead)
     EXPECT_EQ(result.dateTime, answerTime());
 }
 
+TEST(ValuesResult, TimeInAnUnknownZoneReadsAsNullAndTheResultCanBeWrittenAgain)
+{
+    QObject client;
+    // A zone that doesn't exist, and a name that would lead out of the zone directory.
+    for (const QString &zone : {QStringLiteral("Nowhere/Nothing"), QStringLiteral("../zoneinfo/UTC")}) {
+        const QByteArray body =
+            resultBodyWithRawTime({4}, doubleEntry(4, 8, 1.0), zonedTimeBytes(zone), tokenOf(&client));
+        ParamValuesResult result;
+        result.setPacket(packetBytes(3, 8, 1, body));
+        ASSERT_TRUE(result.read()) << zone.toStdString();
+        EXPECT_TRUE(result.dateTime.isNull());
+        EXPECT_EQ(result.parent, &client); // the token behind the time is read where it stands
+        EXPECT_EQ(result.ids, (QList<unsigned int>{4u}));
+        EXPECT_EQ(bodyOf(result.write()), valuesResultBody({4u}, doubleEntry(4, 8, 1.0), QDateTime(), tokenOf(&client)));
+    }
+}
+
 // --- ParamValuesStruct --------------------------------------------------------------
 
 TEST(ValuesStruct, EmptyStructure)
@@ -201,6 +218,20 @@ TEST(ValuesStruct, QueryListsEveryEntry)
 
     const QByteArray packet = values.query().write();
     EXPECT_EQ(packet.mid(0, 12), packetBytes(3, 8, 1, QByteArray()).mid(0, 12));
+}
+
+TEST(ValuesStruct, QueryFollowsTheOrderOfTheParameterTable)
+{
+    // The identifiers come in the iteration order of the multi-hash of parameters, which a
+    // hash with the same keys inserted in the same order shares: repeats stand together.
+    QObject client;
+    ParamValuesStruct values(&client);
+    QMultiHash<unsigned int, int> sameKeys;
+    for (unsigned int id : {40u, 7u, 123456u, 7u, 0u, 99u, 40u, 3u, 65536u, 7u, 12u, 5u}) {
+        values.append(ParamPtr(new BPDouble(id)));
+        sameKeys.insert(id, 0);
+    }
+    EXPECT_EQ(values.query().ids, sameKeys.keys());
 }
 
 TEST(ValuesStruct, ClearKeepsTokenAndTime)
@@ -274,6 +305,23 @@ TEST(ValuesStruct, EmptyIdsUpdatesTheTime)
     ParamValuesStruct values(&client);
     EXPECT_TRUE(values.newDataSlot(receivedValues(valuesResultBody({}, QByteArray(), answerTime(7), tokenOf(&client)))));
     EXPECT_EQ(values.dateTime(), answerTime(7));
+}
+
+TEST(ValuesStruct, TimeOfTheResultIsTakenAsItIsEvenWhenNull)
+{
+    QObject client;
+    ParamValuesStruct values(&client);
+    ASSERT_TRUE(values.newDataSlot(receivedValues(valuesResultBody({}, QByteArray(), answerTime(1), tokenOf(&client)))));
+    ASSERT_EQ(values.dateTime(), answerTime(1));
+    EXPECT_TRUE(values.newDataSlot(receivedValues(valuesResultBody({}, QByteArray(), QDateTime(), tokenOf(&client)))));
+    EXPECT_TRUE(values.dateTime().isNull());
+
+    // A time in an unknown zone arrives as a null time, and is taken as such.
+    values.newDataSlot(receivedValues(valuesResultBody({}, QByteArray(), answerTime(2), tokenOf(&client))));
+    ASSERT_EQ(values.dateTime(), answerTime(2));
+    EXPECT_TRUE(values.newDataSlot(receivedValues(
+        resultBodyWithRawTime({}, QByteArray(), zonedTimeBytes(QStringLiteral("Nowhere/Nothing")), tokenOf(&client)))));
+    EXPECT_TRUE(values.dateTime().isNull());
 }
 
 TEST(ValuesStruct, UnregisteredIdentifierBeforeAnotherFails)

@@ -40,6 +40,25 @@ TEST(SubscriptionQuery, IdentityAndDefaults)
     EXPECT_TRUE(query.refreshIds.isEmpty());
 }
 
+TEST(SubscriptionQuery, CopiesInAListKeepTheWholeHeader)
+{
+    QObject client;
+    ParamSubscriptionQuery query(&client);
+    query.ids = {3};
+    query.setRoute(7, 8, 9);
+    QList<ParamSubscriptionQuery> queries;
+    queries.append(query);
+    const ParamSubscriptionQuery copy = queries.first();
+    EXPECT_EQ(copy.getHeader().serviceId, 3);
+    EXPECT_EQ(copy.getHeader().messageId, 1);
+    EXPECT_EQ(copy.getHeader().messageType, 1);
+    EXPECT_EQ(copy.getHeader().source, 7);
+    EXPECT_EQ(copy.getHeader().session, 8);
+    EXPECT_EQ(copy.getHeader().sequence, 9);
+    EXPECT_EQ(copy.parent(), &client);
+    EXPECT_EQ(copy.ids, query.ids);
+}
+
 TEST(SubscriptionQuery, TwoEmptySetsTravelAsTwoZeroCountsAndTheToken)
 {
     QObject client;
@@ -201,6 +220,22 @@ TEST(SubscriptionResult, NullTokenReadsSuccessfully)
     EXPECT_TRUE(result.read());
     EXPECT_EQ(result.parent(), nullptr);
     EXPECT_EQ(result.ids, (QList<int>{1}));
+}
+
+TEST(SubscriptionResult, TimeInAnUnknownZoneReadsAsNullAndTheResultCanBeWrittenAgain)
+{
+    QObject client;
+    for (const QString &zone : {QStringLiteral("Nowhere/Nothing"), QStringLiteral("../zoneinfo/UTC")}) {
+        const QByteArray body =
+            resultBodyWithRawTime({4, 5}, QByteArray("xyz"), zonedTimeBytes(zone), tokenOf(&client));
+        ParamSubscriptionResult result;
+        result.setPacket(received(body));
+        ASSERT_TRUE(result.read()) << zone.toStdString();
+        EXPECT_TRUE(result.dateTime.isNull());
+        EXPECT_EQ(result.parent(), &client);
+        EXPECT_EQ(result.data, QByteArray("xyz"));
+        EXPECT_EQ(bodyOf(result.write()), subscriptionResultBody({4, 5}, QByteArray("xyz"), QDateTime(), tokenOf(&client)));
+    }
 }
 
 TEST(SubscriptionResult, HugeCountReadsAsEmptyList)

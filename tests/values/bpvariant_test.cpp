@@ -210,6 +210,55 @@ TEST(Variant, StateIsStoredBeforeTheHandlesHear)
     EXPECT_EQ(h.seen, 128u);
 }
 
+TEST(Variant, PendingValueIsConfirmedBeforeTheHandlesHear)
+{
+    // A handle that assigns the state again from inside its upFlag() finds the new state
+    // stored and nothing pending any more, so its second assignment changes nothing.
+    class ReassigningHandle : public ParamBasePtr
+    {
+    public:
+        explicit ReassigningHandle(BPVariant *variant)
+            : ParamBasePtr(variant, true)
+            , variant(variant)
+        {
+        }
+        void upFlag() override
+        {
+            if (++ups == 1)
+                variant->setStateOnly(8);
+            ParamBasePtr::upFlag();
+        }
+        BPVariant *variant;
+        int ups = 0;
+    };
+    BPVariant p(1);
+    ReassigningHandle h(&p);
+    p.setValue(2.0);
+    p.setStateOnly(8);
+    EXPECT_EQ(p.getState(), 8u);
+    EXPECT_EQ(h.ups, 1);
+}
+
+TEST(Variant, RefreshWaitsOnlyForTheParametersOwnFlag)
+{
+    // The limits' flag counts for changed(), but not for skipping the refresh.
+    BPVariant p(1);
+    highWarningTen(p);
+    CountingHandle h(&p, true);
+    p.setValue(5.0);
+    p.setState(8);
+    p.dropFlag();
+    p.limitsPrivate().setHiWarningSetpoint(true, 20.0);
+    ASSERT_TRUE(p.changed());
+    ASSERT_EQ(h.refreshes, 0);
+    p.setState(8); // nothing pending, already good: only the refresh
+    EXPECT_EQ(h.refreshes, 1);
+    EXPECT_EQ(p.getState(), 8u);
+    p.setStateOnly(8);
+    EXPECT_EQ(h.refreshes, 2);
+    EXPECT_EQ(h.ups, 1); // from the first assignment only
+}
+
 TEST(Variant, ValueWithoutNumericFormStaysGood)
 {
     BPVariant p(1);
@@ -555,6 +604,52 @@ TEST(Variant, HostileListCountReadsAsInvalidWithoutAllocating)
     QContainerPacket packet(record);
     EXPECT_TRUE(p.read(packet));
     EXPECT_FALSE(p.getValue().isValid());
+}
+
+TEST(Variant, HostileListCountIsRefusedAlsoBehindABrokenValue)
+{
+    // Records read one after another from one stream, as the elements of a field are: a
+    // string of odd length ahead leaves the stream corrupt with this record still to come.
+    const QByteArray bytes = plainBytes([](QDataStream &s) {
+        s << quint32(3);
+        s << qint32(1) << qint32(5) << qint32(8);
+        s << quint32(QMetaType::QVariantList) << qint8(0) << quint32(0x00100000);
+        s << quint32(QMetaType::Int) << qint8(0) << qint32(1);
+    });
+    QContainerPacket packet(bytes);
+    QString broken;
+    packet >> broken;
+    ASSERT_EQ(packet.status(), QDataStream::ReadCorruptData);
+    BPVariant p(1);
+    EXPECT_TRUE(p.read(packet));
+    EXPECT_EQ(p.getState(), 8u);
+    EXPECT_FALSE(p.getValue().isValid());
+}
+
+TEST(Variant, TimeInAnUnknownZoneIsKeptAsANullTimeSoThatTheRecordCanBeWrittenAgain)
+{
+    const QByteArray record = plainBytes([](QDataStream &s) {
+        s << qint32(1) << qint32(5) << qint32(8);
+        s << quint32(QMetaType::QVariantList) << qint8(0) << quint32(2);
+        s << quint32(QMetaType::QDateTime) << qint8(0) << QDate(2025, 6, 1) << QTime(12, 0) << qint8(Qt::TimeZone)
+          << QStringLiteral("Nowhere/Nothing");
+        s << QVariant(5);
+        s << qint8(0);
+    });
+    BPVariant p(1);
+    QContainerPacket packet(record);
+    ASSERT_TRUE(p.read(packet));
+    EXPECT_EQ(packet.bytesLeft(), 0);
+    const QVariantList list = p.getValue().toList();
+    ASSERT_EQ(list.size(), 2);
+    EXPECT_EQ(list.at(0).userType(), QMetaType::QDateTime);
+    EXPECT_TRUE(list.at(0).toDateTime().isNull());
+    EXPECT_EQ(list.at(1), QVariant(5));
+
+    const QByteArray expected = plainBytes([](QDataStream &s) {
+        s << qint32(1) << qint32(5) << qint32(8) << QVariant(QVariantList{QDateTime(), 5}) << qint8(0);
+    });
+    EXPECT_EQ(recordOf(p, false), expected);
 }
 
 TEST(Variant, WrongIdentifierIsRefusedBeforeThePayload)
