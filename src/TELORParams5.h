@@ -54,4 +54,18 @@
 #include "translationtable.h"
 #include "eventtypeinfostruct.h"
 
+// Tags
+#include "telortagobject.h"
+
+// Packed structures and core map
+#include "abstractvaluestruct.h"
+#include "datetimestruct.h"
+#include "sevenfloat.h"
+#include "sevenuint.h"
+#include "azcoord.h"
+#include "validityfloat.h"
+#include "validitydouble.h"
+#include "corepoint.h"
+#include "corefunctions.h"
+
 #endif // TELORPARAMS5_H

@@ -27,4 +27,11 @@ void demoDescriptions(QTextStream &out);
  */
 void demoGroups(QTextStream &out);
 
+/**
+ * Tags, packed records and the core map: a server's tag block read and asked in two
+ * languages, a packed record as bytes with its side stream, and the core file read into
+ * the global core map.
+ */
+void demoTagsAndCore(QTextStream &out);
+
 #endif // DEMOSECTIONS_H

@@ -15,6 +15,7 @@ int main(int argc, char **argv)
     demoRoadOfAValue(out);
     demoDescriptions(out);
     demoGroups(out);
+    demoTagsAndCore(out);
 
     out.flush();
     return 0;

@@ -1,0 +1,47 @@
+// Feeds arbitrary text to the core map's XML reader, the one that CoreMap::init() runs
+// over the core file, and checks that both maps agree with each other.
+
+#include "corefile_p.h"
+
+#include <QtCore/QBuffer>
+#include <QtCore/QtGlobal>
+
+#include <cstddef>
+#include <cstdint>
+
+namespace {
+
+void quiet(QtMsgType, const QMessageLogContext &, const QString &)
+{
+}
+
+void check(bool condition)
+{
+    if (!condition)
+        __builtin_trap();
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    static const QtMessageHandler previous = qInstallMessageHandler(&quiet);
+    Q_UNUSED(previous)
+    if (size > (1u << 20))
+        return 0;
+
+    QBuffer device;
+    device.setData(reinterpret_cast<const char *>(data), static_cast<int>(size));
+    if (!device.open(QIODevice::ReadOnly))
+        return 0;
+    QMap<CorePoint, int> coordIdMap;
+    QMap<int, CorePoint> idCoordMap;
+    TelorCore::readCoreXml(device, coordIdMap, idCoordMap);
+
+    // Every entry went into both maps, so each map is empty exactly when the other is,
+    // and every position that survived points at a number whose position survived too.
+    check(coordIdMap.isEmpty() == idCoordMap.isEmpty());
+    for (auto it = coordIdMap.cbegin(); it != coordIdMap.cend(); ++it)
+        check(idCoordMap.contains(it.value()));
+    return 0;
+}
