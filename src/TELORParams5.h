@@ -41,6 +41,13 @@
 #include "paramsubscriptionresult.h"
 #include "clientparamsubscription.h"
 
+// Archive access
+#include "archivevalue.h"
+#include "archiveparamdata.h"
+#include "archivequery.h"
+#include "archivequerycancel.h"
+#include "archiveresult.h"
+
 // Parameter groups
 #include "paramgroupitem.h"
 #include "paramgroupinfobase.h"

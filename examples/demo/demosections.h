@@ -22,6 +22,12 @@ void demoRoadOfAValue(QTextStream &out);
 void demoDescriptions(QTextStream &out);
 
 /**
+ * Archive access: a query for a time span, its sections, an answer in two pieces as a
+ * server sends it, and the first points of each series as the client reads them.
+ */
+void demoArchive(QTextStream &out);
+
+/**
  * Parameter groups: a small tree, an edit sent as a message and applied by the receiver,
  * the operators' log text of the edit in two languages, and the tree as XML.
  */
