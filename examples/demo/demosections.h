@@ -34,6 +34,12 @@ void demoArchive(QTextStream &out);
 void demoGroups(QTextStream &out);
 
 /**
+ * Events: a query for a span, the answer as a server sends it, and each record printed
+ * with the name of its type and the text of its message from the event type catalogue.
+ */
+void demoEvents(QTextStream &out);
+
+/**
  * Tags, packed records and the core map: a server's tag block read and asked in two
  * languages, a packed record as bytes with its side stream, and the core file read into
  * the global core map.

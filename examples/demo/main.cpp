@@ -16,6 +16,7 @@ int main(int argc, char **argv)
     demoDescriptions(out);
     demoArchive(out);
     demoGroups(out);
+    demoEvents(out);
     demoTagsAndCore(out);
 
     out.flush();

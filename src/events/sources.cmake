@@ -2,9 +2,45 @@ list(APPEND TELOR_HEADERS
   events/translationitemnew.h
   events/translationtable.h
   events/eventtypeinfostruct.h
+  events/eventstruct.h
+  events/registratoreventstruct.h
+  events/eventstructwithreaded.h
+  events/intervalquery.h
+  events/eventsquerybase.h
+  events/eventsquery.h
+  events/eventsquerycancel.h
+  events/eventsreadedquery.h
+  events/eventsresultbase.h
+  events/eventsarchiveresult.h
+  events/eventsdaydata.h
+  events/eventsintervaldata.h
+  events/eventbasesubscription.h
+  events/eventsubscription.h
+  events/eventsubscriptioncancel.h
+  events/eventstatisticssubscription.h
+  events/eventstatisticssubscriptioncancel.h
 )
 list(APPEND TELOR_SOURCES
+  events/hashwalk_p.h
+  events/eventwire_p.h
   events/translationitemnew.cpp
   events/translationtable.cpp
   events/eventtypeinfostruct.cpp
+  events/eventstruct.cpp
+  events/registratoreventstruct.cpp
+  events/eventstructwithreaded.cpp
+  events/intervalquery.cpp
+  events/eventsquerybase.cpp
+  events/eventsquery.cpp
+  events/eventsquerycancel.cpp
+  events/eventsreadedquery.cpp
+  events/eventsresultbase.cpp
+  events/eventsarchiveresult.cpp
+  events/eventsdaydata.cpp
+  events/eventsintervaldata.cpp
+  events/eventbasesubscription.cpp
+  events/eventsubscription.cpp
+  events/eventsubscriptioncancel.cpp
+  events/eventstatisticssubscription.cpp
+  events/eventstatisticssubscriptioncancel.cpp
 )

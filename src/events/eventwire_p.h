@@ -1,0 +1,58 @@
+#ifndef EVENTWIRE_P_H
+#define EVENTWIRE_P_H
+
+//
+//  W A R N I N G
+//  -------------
+//
+// This header is not part of the public interface of libTELORParams5. It is shared by
+// the event messages and may change from one version to the next.
+//
+
+#include <QtCore/QDataStream>
+#include <QtCore/QList>
+
+#include "wirestream_p.h"
+
+class QObject;
+
+namespace TelorEvents {
+
+/**
+ * A client token travels as a signed 64-bit integer holding the pointer's value. The
+ * token routes answers and is never dereferenced, so the round trip is a plain change of
+ * representation.
+ */
+inline qint64 tokenToWire(const QObject *token)
+{
+    return static_cast<qint64>(reinterpret_cast<quintptr>(token));
+}
+
+inline const QObject *tokenFromWire(qint64 wire)
+{
+    return reinterpret_cast<const QObject *>(static_cast<quintptr>(wire));
+}
+
+/** A list of records in Qt's sequential form: a 32-bit count, then each in its stream form. */
+template<typename T>
+void writeList(QDataStream &stream, const QList<T> &list)
+{
+    stream << qint32(list.size());
+    for (const T &element : list)
+        stream << element;
+}
+
+/**
+ * Reads a list written by writeList() as Qt's operator>> reads it: the list is replaced,
+ * and a stream that goes bad leaves it empty. Room is reserved only for as many elements
+ * as the bytes left can hold.
+ */
+template<typename T>
+void readList(QDataStream &stream, QList<T> &list)
+{
+    TelorWire::readList(stream, list);
+}
+
+} // namespace TelorEvents
+
+#endif // EVENTWIRE_P_H
