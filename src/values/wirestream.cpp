@@ -325,9 +325,10 @@ QDataStream &readVariant(QDataStream &stream, QVariant &value)
         return stream >> value;
 
     // A container or a time: walk it first, and let Qt read it only if nothing in it can
-    // ask for more than the packet holds or name a zone outside the zone directory. The walk stops where the status turns bad, so it runs
-    // on a good status whatever the caller's stream says: Qt reads the value in full
-    // from a stream that is already bad, and the walk must see all that Qt will read.
+    // ask for more than the packet holds or name a zone outside the zone directory. The
+    // walk stops where the status turns bad, so it runs on a good status whatever the
+    // caller's stream says: Qt reads the value in full from a stream that is already bad,
+    // and the walk must see all that Qt will read.
     const QDataStream::Status before = stream.status();
     stream.resetStatus();
     const bool plausible = isPlausibleVariant(stream, 0);
@@ -347,6 +348,12 @@ QDataStream &readDateTime(QDataStream &stream, QDateTime &time)
 {
     QIODevice *device = stream.device();
     if (device && !device->isSequential()) {
+        // Most times are local, UTC or a fixed offset: the byte after the day and the
+        // milliseconds says so, and such a time names no zone that needs a look first.
+        char head[13];
+        if (device->peek(head, sizeof head) == qint64(sizeof head)
+            && (head[12] == Qt::LocalTime || head[12] == Qt::UTC || head[12] == Qt::OffsetFromUTC))
+            return stream >> time;
         const qint64 start = device->pos();
         const QDataStream::Status before = stream.status();
         if (!skipTimeWithSafeZoneNames(stream)) {
