@@ -23,6 +23,12 @@
 #include "bpdouble.h"
 #include "bpstring.h"
 #include "bpvariant.h"
+#include "bplist.h"
+#include "bpmap.h"
+#include "parambasefieldptr.h"
+#include "bpfield.h"
+#include "fieldelement.h"
+#include "bpfieldclient.h"
 #include "abstractvalue.h"
 
 // Parameter description

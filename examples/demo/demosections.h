@@ -22,6 +22,12 @@ void demoRoadOfAValue(QTextStream &out);
 void demoDescriptions(QTextStream &out);
 
 /**
+ * Collection and field parameters: a list and a map with their health words, and a small
+ * field sent cell by cell by one side and applied on the other, printed as a grid.
+ */
+void demoFields(QTextStream &out);
+
+/**
  * Archive access: a query for a time span, its sections, an answer in two pieces as a
  * server sends it, and the first points of each series as the client reads them.
  */

@@ -7,6 +7,12 @@ list(APPEND TELOR_HEADERS
   values/bpstring.h
   values/bpvariant.h
   values/abstractvalue.h
+  values/bplist.h
+  values/bpmap.h
+  values/parambasefieldptr.h
+  values/bpfield.h
+  values/fieldelement.h
+  values/bpfieldclient.h
 )
 list(APPEND TELOR_SOURCES
   values/calclimit.cpp
@@ -18,4 +24,11 @@ list(APPEND TELOR_SOURCES
   values/bpvariant.cpp
   values/abstractvalue.cpp
   values/wirestream.cpp
+  values/healthword_p.h
+  values/bplist.cpp
+  values/bpmap.cpp
+  values/parambasefieldptr.cpp
+  values/bpfield.cpp
+  values/fieldelement.cpp
+  values/bpfieldclient.cpp
 )
