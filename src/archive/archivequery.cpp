@@ -1,7 +1,7 @@
 #include "archivequery.h"
 
 #include "abstractparameterbase.h"
-#include "archivewire_p.h"
+#include "clienttoken_p.h"
 #include "qcontainerpacket.h"
 #include "wirestream_p.h"
 
@@ -59,7 +59,7 @@ ArchiveQuery::~ArchiveQuery() = default;
 void ArchiveQuery::writePrivate(QContainerPacket &packet) const
 {
     const bool valid = isValid();
-    packet << valid << ArchiveWire::tokenToWire(m_parent);
+    packet << valid << TelorToken::toWire(m_parent);
     if (!valid)
         return;
     packet << fromBegin;
@@ -76,7 +76,7 @@ bool ArchiveQuery::readPrivate(QContainerPacket &packet)
     bool valid = false;
     qint64 token = 0;
     packet >> valid >> token;
-    m_parent = ArchiveWire::tokenFromWire(token);
+    m_parent = TelorToken::fromWire(token);
     if (!valid)
         return true;
 
@@ -86,7 +86,7 @@ bool ArchiveQuery::readPrivate(QContainerPacket &packet)
     packet >> toEnd;
     if (!toEnd)
         TelorWire::readDateTime(packet, endTime);
-    ArchiveWire::readSet(packet, ids);
+    TelorWire::readSet(packet, ids);
     packet >> m_idEventQuery >> m_restoreAperture;
 
     beginTime = wholeSeconds(beginTime);

@@ -1,7 +1,7 @@
 #include "archivequerycancel.h"
 
 #include "archivequery.h"
-#include "archivewire_p.h"
+#include "clienttoken_p.h"
 #include "qcontainerpacket.h"
 
 ArchiveQueryCancel::ArchiveQueryCancel(const QObject *sender)
@@ -23,14 +23,14 @@ ArchiveQueryCancel::~ArchiveQueryCancel() = default;
 
 void ArchiveQueryCancel::writePrivate(QContainerPacket &packet) const
 {
-    packet << ArchiveWire::tokenToWire(m_sender);
+    packet << TelorToken::toWire(m_sender);
 }
 
 bool ArchiveQueryCancel::readPrivate(QContainerPacket &packet)
 {
     qint64 token = 0;
     packet >> token;
-    m_sender = ArchiveWire::tokenFromWire(token);
+    m_sender = TelorToken::fromWire(token);
     return true;
 }
 

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "archivewire_p.h"
+#include "clienttoken_p.h"
 #include "qcontainerpacket.h"
 
 ArchiveResult::ArchiveResult()
@@ -21,7 +21,7 @@ ArchiveResult::~ArchiveResult()
 
 void ArchiveResult::writePrivate(QContainerPacket &packet) const
 {
-    packet << qint32(params.size()) << ArchiveWire::tokenToWire(m_parent) << qint32(m_piecesCount)
+    packet << qint32(params.size()) << TelorToken::toWire(m_parent) << qint32(m_piecesCount)
            << qint32(m_pieceNumber) << m_fileName << qint32(auxId) << qint32(m_idQuery);
     for (auto it = params.cbegin(); it != params.cend(); ++it) {
         packet << qint32(it.key());
@@ -39,7 +39,7 @@ bool ArchiveResult::readPrivate(QContainerPacket &packet)
     qint32 count = 0;
     qint64 token = 0;
     packet >> count >> token >> m_piecesCount >> m_pieceNumber >> m_fileName >> auxId >> m_idQuery;
-    m_parent = ArchiveWire::tokenFromWire(token);
+    m_parent = TelorToken::fromWire(token);
     if (count < 1)
         return true;
 

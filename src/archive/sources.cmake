@@ -6,7 +6,6 @@ list(APPEND TELOR_HEADERS
   archive/archiveresult.h
 )
 list(APPEND TELOR_SOURCES
-  archive/archivewire_p.h
   archive/archivevalue.cpp
   archive/archiveparamdata.cpp
   archive/archivequery.cpp

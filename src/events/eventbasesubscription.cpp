@@ -1,6 +1,7 @@
 #include "eventbasesubscription.h"
 
 #include "eventwire_p.h"
+#include "clienttoken_p.h"
 #include "qcontainerpacket.h"
 
 EventBaseSubscription::EventBaseSubscription(const QObject *parent)
@@ -12,14 +13,14 @@ EventBaseSubscription::~EventBaseSubscription() = default;
 
 void EventBaseSubscription::writePrivate(QContainerPacket &packet) const
 {
-    packet << TelorEvents::tokenToWire(m_parent);
+    packet << TelorToken::toWire(m_parent);
 }
 
 bool EventBaseSubscription::readPrivate(QContainerPacket &packet)
 {
     qint64 token = 0;
     packet >> token;
-    m_parent = TelorEvents::tokenFromWire(token);
+    m_parent = TelorToken::fromWire(token);
     return true;
 }
 

@@ -1,6 +1,7 @@
 #include "eventsquerybase.h"
 
 #include "eventwire_p.h"
+#include "clienttoken_p.h"
 #include "qcontainerpacket.h"
 
 EventsQueryBase::EventsQueryBase(signed char queryType, const QObject *parent)
@@ -14,7 +15,7 @@ EventsQueryBase::~EventsQueryBase() = default;
 
 void EventsQueryBase::writePrivate(QContainerPacket &packet) const
 {
-    packet << qint8(queryType) << TelorEvents::tokenToWire(parent) << qint32(queryTag);
+    packet << qint8(queryType) << TelorToken::toWire(parent) << qint32(queryTag);
 }
 
 bool EventsQueryBase::readPrivate(QContainerPacket &packet)
@@ -24,7 +25,7 @@ bool EventsQueryBase::readPrivate(QContainerPacket &packet)
     qint32 tag = 0;
     packet >> type >> token >> tag;
     queryType = type;
-    parent = TelorEvents::tokenFromWire(token);
+    parent = TelorToken::fromWire(token);
     queryTag = tag;
     return true;
 }

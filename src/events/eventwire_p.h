@@ -14,24 +14,7 @@
 
 #include "wirestream_p.h"
 
-class QObject;
-
 namespace TelorEvents {
-
-/**
- * A client token travels as a signed 64-bit integer holding the pointer's value. The
- * token routes answers and is never dereferenced, so the round trip is a plain change of
- * representation.
- */
-inline qint64 tokenToWire(const QObject *token)
-{
-    return static_cast<qint64>(reinterpret_cast<quintptr>(token));
-}
-
-inline const QObject *tokenFromWire(qint64 wire)
-{
-    return reinterpret_cast<const QObject *>(static_cast<quintptr>(wire));
-}
 
 /** A list of records in Qt's sequential form: a 32-bit count, then each in its stream form. */
 template<typename T>

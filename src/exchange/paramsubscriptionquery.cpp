@@ -1,7 +1,7 @@
 #include "paramsubscriptionquery.h"
 
 #include "qcontainerpacket.h"
-#include "tokenwire_p.h"
+#include "clienttoken_p.h"
 
 ParamSubscriptionQuery::ParamSubscriptionQuery(const QObject *parent)
     : m_parent(parent)

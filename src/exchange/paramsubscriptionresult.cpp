@@ -1,7 +1,7 @@
 #include "paramsubscriptionresult.h"
 
 #include "qcontainerpacket.h"
-#include "tokenwire_p.h"
+#include "clienttoken_p.h"
 #include "wirestream_p.h"
 
 ParamSubscriptionResult::ParamSubscriptionResult() = default;

@@ -1,7 +1,7 @@
 #include "paramvaluesquery.h"
 
 #include "qcontainerpacket.h"
-#include "tokenwire_p.h"
+#include "clienttoken_p.h"
 #include "wirestream_p.h"
 
 ParamValuesQuery::ParamValuesQuery()

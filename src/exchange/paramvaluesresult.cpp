@@ -1,7 +1,7 @@
 #include "paramvaluesresult.h"
 
 #include "qcontainerpacket.h"
-#include "tokenwire_p.h"
+#include "clienttoken_p.h"
 #include "wirestream_p.h"
 
 ParamValuesResult::ParamValuesResult() = default;

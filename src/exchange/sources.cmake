@@ -7,7 +7,6 @@ list(APPEND TELOR_HEADERS
   exchange/clientparamsubscription.h
 )
 list(APPEND TELOR_SOURCES
-  exchange/tokenwire_p.h
   exchange/parametersunder_p.h
   exchange/paramvaluesquery.cpp
   exchange/paramvaluesresult.cpp

@@ -24,6 +24,7 @@ list(APPEND TELOR_SOURCES
   values/bpvariant.cpp
   values/abstractvalue.cpp
   values/wirestream.cpp
+  values/clienttoken_p.h
   values/healthword_p.h
   values/bplist.cpp
   values/bpmap.cpp

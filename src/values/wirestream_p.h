@@ -14,6 +14,7 @@
 #include <QtCore/QHash>
 #include <QtCore/QList>
 #include <QtCore/QMap>
+#include <QtCore/QSet>
 #include <QtCore/QVariant>
 #include <QtCore/QVector>
 #include <QtCore/QByteArrayList>
@@ -93,6 +94,8 @@ template<typename T>
 QDataStream &readValue(QDataStream &stream, QList<T> &value);
 template<typename T>
 QDataStream &readValue(QDataStream &stream, QVector<T> &value);
+template<typename T>
+QDataStream &readValue(QDataStream &stream, QSet<T> &value);
 template<typename K, typename V>
 QDataStream &readValue(QDataStream &stream, QMap<K, V> &value);
 template<typename K, typename V>
@@ -189,6 +192,30 @@ QDataStream &readVector(QDataStream &stream, QVector<T> &vector)
     return Detail::readSequence(stream, vector);
 }
 
+/**
+ * Qt's QSet form, read element by element; same result as Qt's operator>>. A repeated
+ * element collapses to one.
+ */
+template<typename T>
+QDataStream &readSet(QDataStream &stream, QSet<T> &set)
+{
+    Detail::StatusKeeper keeper(stream);
+    set.clear();
+    quint32 count = 0;
+    stream >> count;
+    set.reserve(Detail::plausibleReserve(stream, count, 1));
+    for (quint32 i = 0; i < count; ++i) {
+        T element;
+        readValue(stream, element);
+        if (stream.status() != QDataStream::Ok) {
+            set.clear();
+            break;
+        }
+        set.insert(element);
+    }
+    return stream;
+}
+
 /** Qt's QMap form; a repeated key is kept twice, as Qt keeps it. */
 template<typename K, typename V>
 QDataStream &readMap(QDataStream &stream, QMap<K, V> &map)
@@ -235,6 +262,12 @@ template<typename T>
 QDataStream &readValue(QDataStream &stream, QVector<T> &value)
 {
     return readVector(stream, value);
+}
+
+template<typename T>
+QDataStream &readValue(QDataStream &stream, QSet<T> &value)
+{
+    return readSet(stream, value);
 }
 
 template<typename K, typename V>

@@ -1,11 +1,12 @@
-#ifndef TOKENWIRE_P_H
-#define TOKENWIRE_P_H
+#ifndef CLIENTTOKEN_P_H
+#define CLIENTTOKEN_P_H
 
 //
 //  W A R N I N G
 //  -------------
 //
-// This header is not part of the public interface of libTELORParams5.
+// This header is not part of the public interface of libTELORParams5. It is shared by
+// every message that carries a client token and may change from one version to the next.
 //
 
 #include <QtCore/QtGlobal>
@@ -24,11 +25,12 @@ inline qint64 toWire(const QObject *token)
     return static_cast<qint64>(reinterpret_cast<quintptr>(token));
 }
 
-inline const QObject *fromWire(qint64 wire)
+/** The token that a wire word stands for; it converts to `const QObject*` where needed. */
+inline QObject *fromWire(qint64 wire)
 {
-    return reinterpret_cast<const QObject *>(static_cast<quintptr>(wire));
+    return reinterpret_cast<QObject *>(static_cast<quintptr>(wire));
 }
 
 } // namespace TelorToken
 
-#endif // TOKENWIRE_P_H
+#endif // CLIENTTOKEN_P_H
