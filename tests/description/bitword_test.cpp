@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+using desctest::MarkedTranslations;
+
 namespace {
 
 using Attributes = ParamBitField::ParamBitAttributes;
@@ -378,4 +380,45 @@ TEST(BitCombination, IgnoresTheParametersStateAndTheBits)
     EXPECT_EQ(word.value(16).name, result.name);
     EXPECT_EQ(word.value(16).state, result.state);
     EXPECT_EQ(word.value(16).value, result.value);
+}
+
+// --- which texts are translated ------------------------------------------------------------
+
+TEST(BitWordTranslation, StateTextsGoThroughTheTranslatorAndBitNamesDoNot)
+{
+    const MarkedTranslations translations;
+    const ParamBitField f = pumpField();
+
+    const QHash<int, ParamBitInfo> unknown = f.fullWord(0x1, Ru, 0, true, nullptr);
+    EXPECT_EQ(unknown.value(0).text, MarkedTranslations::marked("Unknown"));
+    EXPECT_EQ(unknown.value(0).name, QStringLiteral("No translation"));
+
+    const QHash<int, ParamBitInfo> invalid = f.fullWord(0x1, Ru, 2, true, nullptr);
+    EXPECT_EQ(invalid.value(3).text, MarkedTranslations::marked("Invalid"));
+    EXPECT_EQ(invalid.value(3).name, QStringLiteral("No translation"));
+
+    const QHash<int, ParamBitInfo> normal = f.fullWord(0x1, Ru, 8, true, nullptr);
+    EXPECT_EQ(normal.value(0).text, MarkedTranslations::marked("Fault"));
+    EXPECT_EQ(normal.value(3).text, MarkedTranslations::marked("OK"));
+    EXPECT_EQ(normal.value(0).name, QStringLiteral("No translation"));
+    EXPECT_EQ(normal.value(3).name, QStringLiteral("No translation"));
+}
+
+TEST(BitWordTranslation, CombinationWithoutAMatchHasTheTranslatedNoTranslation)
+{
+    const MarkedTranslations translations;
+    ParamInfo info;
+    info.bitField = pumpField();
+    bool ok = true;
+    EXPECT_EQ(ParamBitField::getCombination(17, &info, En, &ok).name,
+              MarkedTranslations::marked("No translation"));
+    EXPECT_FALSE(ok);
+    EXPECT_EQ(ParamBitField::getCombination(17, nullptr, En, nullptr).name,
+              MarkedTranslations::marked("No translation"));
+    // A match in a language that the combination lacks: an empty name, translated or not.
+    EXPECT_TRUE(ParamBitField::getCombination(16, &info, Ru, &ok).name.isEmpty());
+    EXPECT_TRUE(ok);
+    const QHash<int, ParamBitInfo> word = info.bitField.fullWord(16, Ru, 8, true, &ok);
+    EXPECT_TRUE(word.value(16).name.isEmpty());
+    EXPECT_TRUE(word.value(16).text.isEmpty());
 }

@@ -9,10 +9,13 @@
 #include "qprotocolstruct.h"
 
 #include <QtCore/QByteArray>
+#include <QtCore/QCoreApplication>
 #include <QtCore/QHash>
 #include <QtCore/QString>
+#include <QtCore/QTranslator>
 
 #include <cstddef>
+#include <memory>
 
 namespace desctest {
 
@@ -66,6 +69,45 @@ public:
     bool readPrivate(QContainerPacket &packet) override { return info.read(packet); }
 
     ParamInfo info;
+};
+
+/**
+ * While it lives, every literal that goes through QObject::tr comes out marked as
+ * "<tr>" followed by the literal, so that a test can tell a translated literal from one
+ * that was used as it stands. Creates the QCoreApplication that a translator needs when
+ * there is none, and removes both again when it is destroyed.
+ */
+class MarkedTranslations
+{
+public:
+    static QString marked(const char *literal) { return QStringLiteral("<tr>") + QString::fromUtf8(literal); }
+
+    MarkedTranslations()
+    {
+        if (!QCoreApplication::instance())
+            m_app.reset(new QCoreApplication(m_argc, m_argv));
+        QCoreApplication::installTranslator(&m_translator);
+    }
+    ~MarkedTranslations() { QCoreApplication::removeTranslator(&m_translator); }
+    MarkedTranslations(const MarkedTranslations &) = delete;
+    MarkedTranslations &operator=(const MarkedTranslations &) = delete;
+
+private:
+    class Marker : public QTranslator
+    {
+    public:
+        bool isEmpty() const override { return false; }
+        QString translate(const char *context, const char *sourceText, const char *, int) const override
+        {
+            return qstrcmp(context, "QObject") == 0 ? marked(sourceText) : QString();
+        }
+    };
+
+    char m_name[5] = {'t', 'e', 's', 't', '\0'};
+    char *m_argv[2] = {m_name, nullptr};
+    int m_argc = 1;
+    std::unique_ptr<QCoreApplication> m_app;
+    Marker m_translator;
 };
 
 /** Sends @p sent through write(), a new message, setPacket() and read(). */

@@ -382,3 +382,12 @@ TEST(EnumText, TextDoesNotChangeTheRecord)
     e.fullValue(1, En);
     EXPECT_EQ(bytesOf(e), before);
 }
+
+TEST(EnumText, NoTranslationIsNotTranslated)
+{
+    const desctest::MarkedTranslations translations;
+    const ParamEnum e = enumOf({rule("==", 1, "one"), rule("!=", 1, "other")});
+    EXPECT_EQ(e.shortValue(1, Ru), QStringLiteral("No translation"));
+    EXPECT_EQ(e.fullValue(2, Ru), QStringLiteral("No translation"));
+    EXPECT_EQ(e.shortValue(1, En), QStringLiteral("one"));
+}

@@ -390,6 +390,13 @@ TEST(EventTypeXml, EmptyLangEndsTheParse)
     EXPECT_TRUE(p.event->translations().isEmpty());
 }
 
+TEST(EventTypeXml, IdInALogLineIsUnsigned)
+{
+    Parse p(QStringLiteral("<Event id=\"-1\" name=\"x\"><translation lang=\"de\"></translation></Event>"));
+    EXPECT_EQ(p.log, QStringList{QStringLiteral(
+                         "Missing translation text for \"de\" lang for Event element with id 65535 and name \" \"x\" \"")});
+}
+
 TEST(EventTypeXml, LangIsTestedBeforeTextAndAttribute)
 {
     Parse p(QStringLiteral("<Event id=\"7\"><translation attribute=\"unit\"></translation></Event>"));
