@@ -38,6 +38,11 @@
 #include "paramenum.h"
 #include "parambitfield.h"
 #include "paraminfo.h"
+#include "paraminfoquery.h"
+#include "paraminfochanged.h"
+#include "paraminfoadded.h"
+#include "paraminforestore.h"
+#include "paraminfolist.h"
 
 // Current data exchange
 #include "paramvaluesquery.h"

@@ -22,6 +22,13 @@ void demoRoadOfAValue(QTextStream &out);
 void demoDescriptions(QTextStream &out);
 
 /**
+ * The application's start: the query for the parameter list, the list received whole
+ * with its group tree and event types, then a notice of a changed description and the
+ * bit-change events of a status word shown as text.
+ */
+void demoInfoList(QTextStream &out);
+
+/**
  * Collection and field parameters: a list and a map with their health words, and a small
  * field sent cell by cell by one side and applied on the other, printed as a grid.
  */

@@ -14,6 +14,7 @@ int main(int argc, char **argv)
     demoParameterValues(out);
     demoRoadOfAValue(out);
     demoDescriptions(out);
+    demoInfoList(out);
     demoFields(out);
     demoArchive(out);
     demoGroups(out);

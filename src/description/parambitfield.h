@@ -9,6 +9,7 @@
 #include "telorparams5_export.h"
 #include "translationitemnew.h"
 
+class EventStruct;
 class ParamInfo;
 class QContainerPacket;
 
@@ -136,6 +137,35 @@ public:
      * @p ok may be null; it is set to false first.
      */
     static ParamBitInfo getCombination(unsigned int word, const ParamInfo *info, QString language, bool *ok);
+
+    /**
+     * What a bit-change event has to show: the bits that changed, or the whole-word fault
+     * combinations that began and ended.
+     *
+     * The event's `parameters` give the old and new word ("#old_bit_value",
+     * "#new_bit_value", read with QVariant::toUInt) and the old and new state of the
+     * parameter ("#old_bit_state", "#new_bit_state", read with QVariant::toInt); a
+     * missing key reads as 0. The description is the bit field of @p info, and texts are
+     * taken in @p language.
+     *
+     * - Old and new word both a fault combination (see getCombination()): nothing when it
+     *   is the same one; otherwise the old one with state 8 (ended) and the new one.
+     * - Only the old word a combination: the old one with state 8, and every bit of the
+     *   new word, as fullWord() describes it with the new state raised to at least 8,
+     *   whose state is not 8. A bit number equal to the old word replaces its record.
+     * - Only the new word a combination: that one alone.
+     * - Neither: both words are described by fullWord(), each with its state raised to at
+     *   least 8, and the records of the new word are listed for the bits that changed
+     *   value. When the old state is exactly 2 (no data), a bit is listed instead when its
+     *   new state is 16 or 4096, changed or not.
+     *
+     * Records are keyed by bit number, and combinations by their word value, in one
+     * hash. An empty result means there is nothing to show; an event without the four
+     * keys shows nothing unless 0 is a fault combination. A null @p info describes no
+     * bits and no combinations, so the result is then empty.
+     */
+    static QHash<unsigned int, ParamBitInfo> getNewBitWord(const EventStruct &event, const ParamInfo *info,
+                                                           QString language);
 
     /** 0: no status word, and no tables travel. 1: the tables are there. */
     qint8 enabled;

@@ -5,6 +5,11 @@ list(APPEND TELOR_HEADERS
   description/paramenum.h
   description/parambitfield.h
   description/paraminfo.h
+  description/paraminfoquery.h
+  description/paraminfochanged.h
+  description/paraminfoadded.h
+  description/paraminforestore.h
+  description/paraminfolist.h
 )
 list(APPEND TELOR_SOURCES
   description/descriptionwire_p.h
@@ -15,4 +20,10 @@ list(APPEND TELOR_SOURCES
   description/parambitfield.cpp
   description/parambitword.cpp
   description/paraminfo.cpp
+  description/parambitchange.cpp
+  description/paraminfoquery.cpp
+  description/paraminfochanged.cpp
+  description/paraminfoadded.cpp
+  description/paraminforestore.cpp
+  description/paraminfolist.cpp
 )
