@@ -3,8 +3,10 @@
 #include <QtCore/QDateTime>
 #include <QtCore/QIODevice>
 #include <QtCore/QTimeZone>
+#include <QtCore/QtEndian>
 
 #include <algorithm>
+#include <climits>
 
 namespace TelorWire {
 
@@ -377,6 +379,29 @@ bool forgetUnknownZones(QVariant &value)
         return false;
     forgetUnknownZonesAt(value, 0);
     return true;
+}
+
+QDataStream &readString(QDataStream &stream, QString &value)
+{
+    QIODevice *device = stream.device();
+    char word[sizeof(quint32)];
+    if (device && !device->isSequential() && device->peek(word, sizeof word) == qint64(sizeof word)) {
+        const quint32 bytes = stream.byteOrder() == QDataStream::BigEndian ? qFromBigEndian<quint32>(word)
+                                                                           : qFromLittleEndian<quint32>(word);
+        const bool nullString = bytes == 0xFFFFFFFFu;
+        const bool oddCount = (bytes & 1u) != 0;
+        if (!nullString && !oddCount && qint64(bytes) > bytesLeft(stream) - qint64(sizeof word)) {
+            // Qt would resize the string to the announced length before finding out that
+            // the bytes are not there; the outcome is the same without that allocation.
+            quint32 announced = 0;
+            stream >> announced;
+            stream.skipRawData(int(qMin<qint64>(bytesLeft(stream), INT_MAX)));
+            value.clear();
+            stream.setStatus(QDataStream::ReadPastEnd);
+            return stream;
+        }
+    }
+    return stream >> value;
 }
 
 } // namespace TelorWire

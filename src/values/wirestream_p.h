@@ -83,11 +83,20 @@ TELORPARAMS5_EXPORT QDataStream &readDateTime(QDataStream &stream, QDateTime &ti
  */
 TELORPARAMS5_EXPORT bool forgetUnknownZones(QVariant &value);
 
+/**
+ * Reads a QString in Qt's stream form. A string whose byte count is even and larger than
+ * the bytes after it reads as Qt reads it (null, the stream at its end, status
+ * ReadPastEnd), but without first allocating room for the announced length as Qt's own
+ * operator does. Every other string, well formed or not, goes to Qt's operator.
+ */
+TELORPARAMS5_EXPORT QDataStream &readString(QDataStream &stream, QString &value);
+
 // Every reader is declared before the container readers that call them, so that a
 // container of containers finds the bounded reader for its elements.
 template<typename T>
 QDataStream &readValue(QDataStream &stream, T &value);
 inline QDataStream &readValue(QDataStream &stream, QVariant &value);
+inline QDataStream &readValue(QDataStream &stream, QString &value);
 inline QDataStream &readValue(QDataStream &stream, QStringList &value);
 inline QDataStream &readValue(QDataStream &stream, QByteArrayList &value);
 template<typename T>
@@ -240,6 +249,11 @@ QDataStream &readValue(QDataStream &stream, T &value)
 inline QDataStream &readValue(QDataStream &stream, QVariant &value)
 {
     return readVariant(stream, value);
+}
+
+inline QDataStream &readValue(QDataStream &stream, QString &value)
+{
+    return readString(stream, value);
 }
 
 inline QDataStream &readValue(QDataStream &stream, QStringList &value)
