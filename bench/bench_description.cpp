@@ -14,6 +14,7 @@
 // BM_FullWord/state renders a 32-bit status word with all 32 bits described, per call;
 // its baseline fills the same 32 records from texts that are already at hand.
 
+#include "descriptionmix.h"
 #include "paraminfo.h"
 #include "qcontainerpacket.h"
 
@@ -26,101 +27,7 @@
 
 namespace {
 
-const QString En = QStringLiteral("en");
-const QString Ru = QStringLiteral("ru");
-
-QXmlTranslation twoLanguages(const QString &english, const QString &russian)
-{
-    QXmlTranslation t(english);
-    t.setTranslation(russian, Ru);
-    return t;
-}
-
-ParamInfo scalar(unsigned int id, int type = 1)
-{
-    ParamInfo info;
-    info.id = id;
-    info.code = QStringLiteral("PLANT.UNIT%1.AI%2").arg(id / 100).arg(id);
-    info.type = type;
-    info.name = twoLanguages(QStringLiteral("Outlet temperature %1").arg(id),
-                             QStringLiteral("Температура на выходе %1").arg(id));
-    info.unit = twoLanguages(QStringLiteral("degC"), QStringLiteral("°C"));
-    info.limits.enabled = 1;
-    info.limits.lo = -50.0;
-    info.limits.hi = 150.0;
-    info.setpoints.setLowEmergencySetpoint(-40.0);
-    info.setpoints.setLowWarningSetpoint(-20.0);
-    info.setpoints.setUpWarningSetpoint(110.0);
-    info.setpoints.setUpEmergencySetpoint(130.0);
-    info.precision = 1;
-    return info;
-}
-
-ParamInfo enumeration(unsigned int id)
-{
-    ParamInfo info = scalar(id, 2);
-    info.limits = ParamLimits();
-    info.setpoints = ParamSetpoints();
-    const char *english[] = {"Stopped", "Starting", "Running", "Tripped"};
-    const char *russian[] = {"Остановлен", "Пуск", "Работа", "Авария"};
-    for (int k = 0; k < 4; ++k) {
-        ParamBitCombination rule;
-        rule.value = k;
-        rule.sign = QStringLiteral("==");
-        rule.shortText.insert(En, QString::fromUtf8(english[k]));
-        rule.shortText.insert(Ru, QString::fromUtf8(russian[k]));
-        rule.fullText.insert(En, QStringLiteral("Pump %1").arg(QString::fromUtf8(english[k])));
-        rule.fullText.insert(Ru, QStringLiteral("Насос: %1").arg(QString::fromUtf8(russian[k])));
-        info.enumeration.combinations.append(rule);
-    }
-    info.enumeration.hasCombinations = true;
-    return info;
-}
-
-ParamInfo bitField(unsigned int id, int bits)
-{
-    ParamInfo info = scalar(id, 2);
-    info.limits = ParamLimits();
-    info.setpoints = ParamSetpoints();
-    info.bitField.enabled = 1;
-    for (int bit = 0; bit < bits; ++bit) {
-        ParamBitField::ParamBitAttributes attributes;
-        attributes.name.insert(En, QStringLiteral("Condition %1").arg(bit));
-        attributes.name.insert(Ru, QStringLiteral("Условие %1").arg(bit));
-        ParamBitField::ParamBitAttributes::ParamBitState on;
-        on.state = bit % 4 == 0 ? 4096 : 16;
-        on.text.insert(En, QStringLiteral("Active"));
-        on.text.insert(Ru, QStringLiteral("Активно"));
-        attributes.states.insert(1, on);
-        info.bitField.attributes.insert(bit, attributes);
-    }
-    ParamBitCombination trip;
-    trip.sign = QStringLiteral("==");
-    trip.state = 4096;
-    trip.shortText.insert(En, QStringLiteral("Trip"));
-    trip.shortText.insert(Ru, QStringLiteral("Отключение"));
-    info.bitField.combinations.insert(0x11, trip);
-    return info;
-}
-
-ParamInfo field(unsigned int id)
-{
-    ParamInfo info = scalar(id, 4);
-    info.limits = ParamLimits();
-    info.setpoints = ParamSetpoints();
-    info.rows = 4;
-    info.columns = 4;
-    for (int r = 0; r < 4; ++r) {
-        for (int c = 0; c < 4; ++c) {
-            ParamFieldElementInfo cell;
-            cell.row = r;
-            cell.column = c;
-            cell.info = scalar(id * 100 + unsigned(r * 4 + c));
-            info.elements.append(cell);
-        }
-    }
-    return info;
-}
+using namespace descriptionmix;
 
 // Of ten records: one field of 4 x 4 cells, one 16-bit status word, two enumerations,
 // six scalars with limits and setpoints.
@@ -132,14 +39,14 @@ QByteArray mixedRecords(int count)
         const unsigned int id = unsigned(i + 1);
         switch (i % 10) {
         case 0:
-            field(id).write(out);
+            field(id, 4).write(out);
             break;
         case 1:
-            bitField(id, 16).write(out);
+            statusWord(id, 16, TextDetail::Full).write(out);
             break;
         case 2:
         case 3:
-            enumeration(id).write(out);
+            enumeration(id, TextDetail::Full).write(out);
             break;
         default:
             scalar(id).write(out);
@@ -199,68 +106,6 @@ void BM_ReadParamInfo(benchmark::State &state)
     state.SetItemsProcessed(state.iterations() * count);
 }
 
-// The wire form of one description, read with bare QDataStream calls into locals.
-void bareRead(QDataStream &s)
-{
-    quint32 id, elementCount, tableCount;
-    qint32 type, rows, columns, count;
-    qint8 option, precision, format, flag, reserved;
-    QString code, code2, code3, english, sign, extraText;
-    QHash<QString, QString> texts, moreTexts;
-    double lo, hi;
-    s >> id >> code >> code2 >> code3 >> type;
-    for (int k = 0; k < 3; ++k)
-        s >> english >> texts;
-    s >> rows >> columns >> option >> precision >> format;
-    s >> flag;
-    if (flag)
-        s >> lo >> hi;
-    s >> count;
-    for (qint32 i = 0; i < count; ++i) {
-        qint64 value;
-        qint32 ruleState;
-        s >> value >> ruleState >> texts >> moreTexts >> sign;
-    }
-    s >> flag >> reserved;
-    if (flag) {
-        s >> count;
-        for (qint32 i = 0; i < count; ++i) {
-            qint32 bit, states;
-            s >> bit >> texts >> states;
-            for (qint32 k = 0; k < states; ++k) {
-                qint32 key, bitState;
-                s >> key >> bitState >> moreTexts;
-            }
-        }
-        s >> count;
-        for (qint32 i = 0; i < count; ++i) {
-            qint32 key, ruleState;
-            qint64 value;
-            s >> key >> value >> ruleState >> texts >> moreTexts >> sign;
-        }
-    }
-    s >> elementCount;
-    for (quint32 i = 0; i < elementCount; ++i) {
-        qint32 row, column;
-        s >> row >> column;
-        bareRead(s);
-    }
-    s >> tableCount;
-    for (quint32 i = 0; i < tableCount; ++i) {
-        double key;
-        quint32 value;
-        s >> key >> value;
-    }
-    for (int k = 0; k < 4; ++k) {
-        s >> flag;
-        if (flag)
-            s >> lo;
-    }
-    QList<quint32> ids;
-    s >> ids >> extraText;
-    benchmark::DoNotOptimize(id);
-}
-
 void BM_ReadParamInfo_Baseline(benchmark::State &state)
 {
     const int count = int(state.range(0));
@@ -269,7 +114,7 @@ void BM_ReadParamInfo_Baseline(benchmark::State &state)
         QDataStream s(bytes);
         s.setVersion(QDataStream::Qt_5_15);
         for (int i = 0; i < count; ++i)
-            bareRead(s);
+            bareReadDescription(s);
         if (!s.atEnd())
             state.SkipWithError("the bare reader went astray");
     }
@@ -278,7 +123,7 @@ void BM_ReadParamInfo_Baseline(benchmark::State &state)
 
 ParamBitField word32()
 {
-    return bitField(1, 32).bitField;
+    return statusWord(1, 32, TextDetail::Full).bitField;
 }
 
 void BM_FullWord(benchmark::State &state)

@@ -8,6 +8,7 @@
 // is the price of building the message. Items are descriptions: the descriptions per
 // second figure is the items_per_second counter.
 
+#include "descriptionmix.h"
 #include "paraminfolist.h"
 #include "qcontainerpacket.h"
 
@@ -18,97 +19,7 @@
 
 namespace {
 
-const QString En = QStringLiteral("en");
-const QString Ru = QStringLiteral("ru");
-
-QXmlTranslation twoLanguages(const QString &english, const QString &russian)
-{
-    QXmlTranslation t(english);
-    t.setTranslation(russian, Ru);
-    return t;
-}
-
-ParamInfo scalar(unsigned int id, int type = 1)
-{
-    ParamInfo info;
-    info.id = id;
-    info.code = QStringLiteral("PLANT.UNIT%1.AI%2").arg(id / 100).arg(id);
-    info.type = type;
-    info.name = twoLanguages(QStringLiteral("Outlet temperature %1").arg(id),
-                             QStringLiteral("Температура на выходе %1").arg(id));
-    info.unit = twoLanguages(QStringLiteral("degC"), QStringLiteral("°C"));
-    info.limits.enabled = 1;
-    info.limits.lo = -50.0;
-    info.limits.hi = 150.0;
-    info.setpoints.setLowEmergencySetpoint(-40.0);
-    info.setpoints.setLowWarningSetpoint(-20.0);
-    info.setpoints.setUpWarningSetpoint(110.0);
-    info.setpoints.setUpEmergencySetpoint(130.0);
-    info.precision = 1;
-    return info;
-}
-
-ParamInfo enumeration(unsigned int id)
-{
-    ParamInfo info = scalar(id, 2);
-    info.limits = ParamLimits();
-    info.setpoints = ParamSetpoints();
-    const char *english[] = {"Stopped", "Starting", "Running", "Tripped"};
-    const char *russian[] = {"Остановлен", "Пуск", "Работа", "Авария"};
-    for (int k = 0; k < 4; ++k) {
-        ParamBitCombination rule;
-        rule.value = k;
-        rule.sign = QStringLiteral("==");
-        rule.shortText.insert(En, QString::fromUtf8(english[k]));
-        rule.shortText.insert(Ru, QString::fromUtf8(russian[k]));
-        info.enumeration.combinations.append(rule);
-    }
-    info.enumeration.hasCombinations = true;
-    return info;
-}
-
-ParamInfo statusWord(unsigned int id)
-{
-    ParamInfo info = scalar(id, 2);
-    info.limits = ParamLimits();
-    info.setpoints = ParamSetpoints();
-    info.bitField.enabled = 1;
-    for (int bit = 0; bit < 16; ++bit) {
-        ParamBitField::ParamBitAttributes attributes;
-        attributes.name.insert(En, QStringLiteral("Condition %1").arg(bit));
-        attributes.name.insert(Ru, QStringLiteral("Условие %1").arg(bit));
-        ParamBitField::ParamBitAttributes::ParamBitState on;
-        on.state = bit % 4 == 0 ? 4096 : 16;
-        on.text.insert(En, QStringLiteral("Active"));
-        attributes.states.insert(1, on);
-        info.bitField.attributes.insert(bit, attributes);
-    }
-    ParamBitCombination trip;
-    trip.sign = QStringLiteral("==");
-    trip.state = 4096;
-    trip.shortText.insert(En, QStringLiteral("Trip"));
-    info.bitField.combinations.insert(0x11, trip);
-    return info;
-}
-
-ParamInfo field(unsigned int id)
-{
-    ParamInfo info = scalar(id, 4);
-    info.limits = ParamLimits();
-    info.setpoints = ParamSetpoints();
-    info.rows = 2;
-    info.columns = 4;
-    for (int r = 0; r < 2; ++r) {
-        for (int c = 0; c < 4; ++c) {
-            ParamFieldElementInfo cell;
-            cell.row = r;
-            cell.column = c;
-            cell.info = scalar(id * 100 + unsigned(r * 4 + c));
-            info.elements.append(cell);
-        }
-    }
-    return info;
-}
+using namespace descriptionmix;
 
 // Of twenty descriptions: one field of 2 x 4 cells, two status words, four enumerations
 // and thirteen scalars.
@@ -117,15 +28,15 @@ ParamInfo description(int index)
     const unsigned int id = unsigned(index + 1);
     switch (index % 20) {
     case 0:
-        return field(id);
+        return field(id, 2);
     case 1:
     case 11:
-        return statusWord(id);
+        return statusWord(id, 16, TextDetail::Lean);
     case 2:
     case 5:
     case 12:
     case 15:
-        return enumeration(id);
+        return enumeration(id, TextDetail::Lean);
     default:
         return scalar(id);
     }
@@ -209,67 +120,6 @@ void BM_ReadParamInfoList(benchmark::State &state)
 
 // --- the same bytes with bare QDataStream calls ----------------------------------------
 
-void bareInfo(QDataStream &s)
-{
-    quint32 id, elementCount, tableCount;
-    qint32 type, rows, columns, count;
-    qint8 option, precision, format, flag, reserved;
-    QString code, code2, code3, english, sign, extraText;
-    QHash<QString, QString> texts, moreTexts;
-    double lo, hi;
-    s >> id >> code >> code2 >> code3 >> type;
-    for (int k = 0; k < 3; ++k)
-        s >> english >> texts;
-    s >> rows >> columns >> option >> precision >> format;
-    s >> flag;
-    if (flag)
-        s >> lo >> hi;
-    s >> count;
-    for (qint32 i = 0; i < count; ++i) {
-        qint64 value;
-        qint32 ruleState;
-        s >> value >> ruleState >> texts >> moreTexts >> sign;
-    }
-    s >> flag >> reserved;
-    if (flag) {
-        s >> count;
-        for (qint32 i = 0; i < count; ++i) {
-            qint32 bit, states;
-            s >> bit >> texts >> states;
-            for (qint32 k = 0; k < states; ++k) {
-                qint32 key, bitState;
-                s >> key >> bitState >> moreTexts;
-            }
-        }
-        s >> count;
-        for (qint32 i = 0; i < count; ++i) {
-            qint32 key, ruleState;
-            qint64 value;
-            s >> key >> value >> ruleState >> texts >> moreTexts >> sign;
-        }
-    }
-    s >> elementCount;
-    for (quint32 i = 0; i < elementCount; ++i) {
-        qint32 row, column;
-        s >> row >> column;
-        bareInfo(s);
-    }
-    s >> tableCount;
-    for (quint32 i = 0; i < tableCount; ++i) {
-        double key;
-        quint32 value;
-        s >> key >> value;
-    }
-    for (int k = 0; k < 4; ++k) {
-        s >> flag;
-        if (flag)
-            s >> lo;
-    }
-    QList<quint32> ids;
-    s >> ids >> extraText;
-    benchmark::DoNotOptimize(id);
-}
-
 void bareNode(QDataStream &s)
 {
     qint32 type, count, again;
@@ -307,7 +157,7 @@ void BM_ReadParamInfoList_Baseline(benchmark::State &state)
         qint32 n, again;
         s >> n;
         for (qint32 i = 0; i < n; ++i)
-            bareInfo(s);
+            bareReadDescription(s);
         s >> again;
         bareNode(s);
         qint32 types;

@@ -10,6 +10,7 @@
 
 #include "paraminfo.h"
 #include "qcontainerpacket.h"
+#include "sampledescriptions.h"
 
 #include <QtCore/QXmlStreamReader>
 
@@ -17,25 +18,11 @@
 
 namespace {
 
-const QString En = QStringLiteral("en");
-const QString Ru = QStringLiteral("ru");
-
-QXmlTranslation twoLanguages(const QString &english, const QString &russian)
-{
-    QXmlTranslation text(english);
-    text.setTranslation(russian, Ru);
-    return text;
-}
-
 // A pressure measurement whose scale and thresholds come from the attributes of its
 // element in the plant configuration.
 ParamInfo pressure()
 {
-    ParamInfo info;
-    info.id = 101;
-    info.code = QStringLiteral("BOILER1.PT101");
-    info.type = 1;
-    info.name = twoLanguages(QStringLiteral("Drum pressure"), QStringLiteral("Давление в барабане"));
+    ParamInfo info = namedDescription(101, "BOILER1.PT101", 1, "Drum pressure", "Давление в барабане");
     info.unit = twoLanguages(QStringLiteral("bar"), QStringLiteral("бар"));
     info.precision = 2;
 
@@ -62,11 +49,7 @@ ParamBitCombination rule(const char *sign, qint64 value, const char *english, co
 // A discrete parameter: the operating mode of a pump, told by an ordered list of rules.
 ParamInfo pumpMode()
 {
-    ParamInfo info;
-    info.id = 102;
-    info.code = QStringLiteral("BOILER1.P1.MODE");
-    info.type = 2;
-    info.name = twoLanguages(QStringLiteral("Feed pump mode"), QStringLiteral("Режим насоса"));
+    ParamInfo info = namedDescription(102, "BOILER1.P1.MODE", 2, "Feed pump mode", "Режим насоса");
     info.enumeration.combinations << rule("==", 0, "Stopped", "Остановлен")
                                   << rule("==", 1, "Running", "Работает")
                                   << rule(">", 1, "Maintenance", "Обслуживание")
@@ -75,40 +58,23 @@ ParamInfo pumpMode()
     return info;
 }
 
-ParamBitField::ParamBitAttributes bit(const char *english, const char *russian, int stateWhenSet,
-                                      const char *setEnglish, const char *setRussian)
-{
-    ParamBitField::ParamBitAttributes attributes;
-    attributes.name.insert(En, QString::fromUtf8(english));
-    attributes.name.insert(Ru, QString::fromUtf8(russian));
-    ParamBitField::ParamBitAttributes::ParamBitState set;
-    set.state = stateWhenSet;
-    set.text.insert(En, QString::fromUtf8(setEnglish));
-    set.text.insert(Ru, QString::fromUtf8(setRussian));
-    attributes.states.insert(1, set);
-    return attributes;
-}
-
 // The status word of the pump: four described bits and one whole-word fault.
 ParamInfo pumpStatus()
 {
-    ParamInfo info;
-    info.id = 103;
-    info.code = QStringLiteral("BOILER1.P1.STATUS");
-    info.type = 2;
-    info.name = twoLanguages(QStringLiteral("Feed pump status"), QStringLiteral("Состояние насоса"));
+    ParamInfo info = namedDescription(103, "BOILER1.P1.STATUS", 2, "Feed pump status", "Состояние насоса");
     info.bitField.enabled = 1;
-    info.bitField.attributes.insert(0, bit("Motor on", "Двигатель включён", 16, "On", "Вкл"));
-    info.bitField.attributes.insert(1, bit("Overload", "Перегрузка", 4096, "Overloaded", "Перегружен"));
-    info.bitField.attributes.insert(2, bit("Low suction", "Низкое давление всаса", 4096, "Too low", "Мало"));
-    info.bitField.attributes.insert(3, bit("Local control", "Местное управление", 16, "Local", "Местное"));
-    ParamBitCombination trip;
-    trip.sign = QStringLiteral("==");
-    trip.state = 4096;
-    trip.shortText.insert(En, QStringLiteral("Protective trip"));
-    trip.shortText.insert(Ru, QStringLiteral("Защитное отключение"));
-    info.bitField.combinations.insert(0x6, trip);
+    info.bitField.attributes.insert(0, describedBit("Motor on", "Двигатель включён", 16, "On", "Вкл"));
+    info.bitField.attributes.insert(1, describedBit("Overload", "Перегрузка", 4096, "Overloaded", "Перегружен"));
+    info.bitField.attributes.insert(2, describedBit("Low suction", "Низкое давление всаса", 4096, "Too low", "Мало"));
+    info.bitField.attributes.insert(3, describedBit("Local control", "Местное управление", 16, "Local", "Местное"));
+    info.bitField.combinations.insert(0x6, wholeWordFault("Protective trip", "Защитное отключение"));
     return info;
+}
+
+// A threshold as the operator reads it: its value, or "absent" when the description has none.
+QString setpointText(double value, bool present)
+{
+    return present ? QString::number(value) : QStringLiteral("absent");
 }
 
 QString unitText(const ParamInfo &info, const QString &language)
@@ -183,13 +149,13 @@ void demoDescriptions(QTextStream &out)
                .arg(drum.getUnit(En));
     out << "  Alarm thresholds (absent ones are not the same as 0):\n";
     const double lowEmergency = drum.setpoints.getLowEmergencySetpoint(&ok);
-    out << QStringLiteral("    low emergency  %1\n").arg(ok ? QString::number(lowEmergency) : QStringLiteral("absent"));
+    out << QStringLiteral("    low emergency  %1\n").arg(setpointText(lowEmergency, ok));
     const double lowWarning = drum.setpoints.getLowWarningSetpoint(&ok);
-    out << QStringLiteral("    low warning    %1\n").arg(ok ? QString::number(lowWarning) : QStringLiteral("absent"));
+    out << QStringLiteral("    low warning    %1\n").arg(setpointText(lowWarning, ok));
     const double upWarning = drum.setpoints.getUpWarningSetpoint(&ok);
-    out << QStringLiteral("    up warning     %1\n").arg(ok ? QString::number(upWarning) : QStringLiteral("absent"));
+    out << QStringLiteral("    up warning     %1\n").arg(setpointText(upWarning, ok));
     const double upEmergency = drum.setpoints.getUpEmergencySetpoint(&ok);
-    out << QStringLiteral("    up emergency   %1\n").arg(ok ? QString::number(upEmergency) : QStringLiteral("absent"));
+    out << QStringLiteral("    up emergency   %1\n").arg(setpointText(upEmergency, ok));
 
     out << QStringLiteral("\n  Enumeration text of %1 (rules ==0, ==1, >1, !=0, walked in order):\n").arg(mode.code);
     for (long long value : {0LL, 1LL, 5LL, -3LL}) {

@@ -77,6 +77,24 @@ QString bytesText(const QByteArray &bytes)
     return QString::number(bytes.size()) + QStringLiteral(" bytes");
 }
 
+/**
+ * The server writes the field's next record and the client reads it; returns the record.
+ * @p accepted, when given, receives what the client's read() answered.
+ */
+QByteArray sendRecord(BPField &grid, BPFieldClient &client, bool *accepted = nullptr)
+{
+    QByteArray record;
+    {
+        QContainerPacket packet(&record);
+        grid.writeField(packet);
+    }
+    QContainerPacket packet(record);
+    const bool read = client.read(packet);
+    if (accepted)
+        *accepted = read;
+    return record;
+}
+
 } // namespace
 
 void demoFields(QTextStream &out)
@@ -126,44 +144,20 @@ void demoFields(QTextStream &out)
     BPFieldClient client(gridDescription());
     printGrid(out, client, QStringLiteral("Client before any record"));
 
-    QByteArray first;
-    {
-        QContainerPacket packet(&first);
-        grid.writeField(packet);
-    }
-    {
-        QContainerPacket packet(first);
-        client.read(packet);
-    }
+    const QByteArray first = sendRecord(grid, client);
     out << "\n  The server sends every cell (" << bytesText(first) << "):\n";
     printGrid(out, client, QStringLiteral("Client after the first record"));
 
     client.dropFlag();
     sensors[5]->setValue(655.5); // the cell at row 1, column 1
     sensors[5]->setState(8);
-    QByteArray second;
-    {
-        QContainerPacket packet(&second);
-        grid.writeField(packet);
-    }
-    {
-        QContainerPacket packet(second);
-        client.read(packet);
-    }
+    const QByteArray second = sendRecord(grid, client);
     out << "\n  One sensor changes, and only its cell goes out (" << bytesText(second) << "):\n";
     printGrid(out, client, QStringLiteral("Client after the second record (* changed)"));
 
     client.dropFlag();
-    QByteArray third;
-    {
-        QContainerPacket packet(&third);
-        grid.writeField(packet);
-    }
     bool accepted = false;
-    {
-        QContainerPacket packet(third);
-        accepted = client.read(packet);
-    }
+    const QByteArray third = sendRecord(grid, client, &accepted);
     out << "\n  Nothing changed: a record of no cells (" << bytesText(third) << "), read "
         << (accepted ? "true" : "false") << ", field changed " << (client.changed() ? "yes" : "no") << "\n";
 }

@@ -13,6 +13,7 @@
 #include "paraminfochanged.h"
 #include "paraminfolist.h"
 #include "paraminfoquery.h"
+#include "sampledescriptions.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QHash>
@@ -21,23 +22,9 @@
 
 namespace {
 
-const QString En = QStringLiteral("en");
-const QString Ru = QStringLiteral("ru");
-
-QXmlTranslation twoLanguages(const QString &english, const QString &russian)
-{
-    QXmlTranslation text(english);
-    text.setTranslation(russian, Ru);
-    return text;
-}
-
 ParamInfo temperature()
 {
-    ParamInfo info;
-    info.id = 201;
-    info.code = QStringLiteral("BOILER2.TT201");
-    info.type = 1;
-    info.name = twoLanguages(QStringLiteral("Flue gas temperature"), QStringLiteral("Температура уходящих газов"));
+    ParamInfo info = namedDescription(201, "BOILER2.TT201", 1, "Flue gas temperature", "Температура уходящих газов");
     info.unit = twoLanguages(QStringLiteral("degC"), QStringLiteral("°C"));
     info.precision = 1;
     info.limits.enabled = 1;
@@ -47,40 +34,14 @@ ParamInfo temperature()
     return info;
 }
 
-ParamBitField::ParamBitAttributes bit(const QString &english, const QString &russian, int stateWhenSet,
-                                      const QString &setEnglish, const QString &setRussian)
-{
-    ParamBitField::ParamBitAttributes attributes;
-    attributes.name.insert(En, english);
-    attributes.name.insert(Ru, russian);
-    ParamBitField::ParamBitAttributes::ParamBitState set;
-    set.state = stateWhenSet;
-    set.text.insert(En, setEnglish);
-    set.text.insert(Ru, setRussian);
-    attributes.states.insert(1, set);
-    return attributes;
-}
-
 ParamInfo fanStatus()
 {
-    ParamInfo info;
-    info.id = 202;
-    info.code = QStringLiteral("BOILER2.FAN.STATUS");
-    info.type = 2;
-    info.name = twoLanguages(QStringLiteral("Draught fan status"), QStringLiteral("Состояние дымососа"));
+    ParamInfo info = namedDescription(202, "BOILER2.FAN.STATUS", 2, "Draught fan status", "Состояние дымососа");
     info.bitField.enabled = 1;
-    info.bitField.attributes.insert(0, bit(QStringLiteral("Running"), QStringLiteral("Работает"), 16,
-                                           QStringLiteral("Yes"), QStringLiteral("Да")));
-    info.bitField.attributes.insert(1, bit(QStringLiteral("Vibration"), QStringLiteral("Вибрация"), 4096,
-                                           QStringLiteral("High"), QStringLiteral("Высокая")));
-    info.bitField.attributes.insert(2, bit(QStringLiteral("Bearing hot"), QStringLiteral("Перегрев подшипника"), 4096,
-                                           QStringLiteral("Hot"), QStringLiteral("Перегрев")));
-    ParamBitCombination trip;
-    trip.sign = QStringLiteral("==");
-    trip.state = 4096;
-    trip.shortText.insert(En, QStringLiteral("Emergency stop"));
-    trip.shortText.insert(Ru, QStringLiteral("Аварийный останов"));
-    info.bitField.combinations.insert(0x6, trip);
+    info.bitField.attributes.insert(0, describedBit("Running", "Работает", 16, "Yes", "Да"));
+    info.bitField.attributes.insert(1, describedBit("Vibration", "Вибрация", 4096, "High", "Высокая"));
+    info.bitField.attributes.insert(2, describedBit("Bearing hot", "Перегрев подшипника", 4096, "Hot", "Перегрев"));
+    info.bitField.combinations.insert(0x6, wholeWordFault("Emergency stop", "Аварийный останов"));
     return info;
 }
 
