@@ -3,40 +3,32 @@
 // (selector byte odd). A query that was read is then judged, divided into a section,
 // called off and written again.
 
+#include "fuzztarget.h"
+
 #include "archivequery.h"
 #include "archivequerycancel.h"
-
-#include <QtCore/QtEndian>
 
 #include <cstddef>
 #include <cstdint>
 
 namespace {
 
+/** The packet of a query from a client, routed as a transport routes it. */
 QByteArray packetWith(qint32 messageId, const QByteArray &body)
 {
-    QByteArray packet(QProtocolStruct::HeaderSize, '\0');
-    const qint32 words[8] = {3, messageId, 1, 1, qint32(body.size()), 1, 2, 3};
-    for (int i = 0; i < 8; ++i)
-        qToBigEndian<qint32>(words[i], packet.data() + 4 * i);
-    return packet + body;
+    return fuzz::packetWith(3, messageId, 1, body, 1, 2, 3);
 }
 
-} // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+void readCancel(const QByteArray &body)
 {
-    if (size < 1 || size > (1u << 20))
-        return 0;
-    const QByteArray body(reinterpret_cast<const char *>(data + 1), static_cast<int>(size - 1));
-    if (data[0] & 1) {
-        ArchiveQueryCancel cancel(nullptr);
-        cancel.setPacket(packetWith(10, body));
-        cancel.read();
-        cancel.write();
-        return 0;
-    }
+    ArchiveQueryCancel cancel(nullptr);
+    cancel.setPacket(packetWith(10, body));
+    cancel.read();
+    cancel.write();
+}
 
+void readQuery(const QByteArray &body)
+{
     ArchiveQuery query(nullptr);
     query.setPacket(packetWith(7, body));
     query.read();
@@ -56,5 +48,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     ArchiveQueryCancel cancel(query);
     cancel.write();
     query.write();
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    fuzz::readSelected(data, size, {readQuery, readCancel});
     return 0;
 }

@@ -7,6 +7,8 @@
 // combination of the description, and an event whose word did not change shows nothing
 // unless the old word had no data.
 
+#include "fuzztarget.h"
+
 #include "eventstruct.h"
 #include "parambitfield.h"
 #include "paraminfo.h"
@@ -16,8 +18,6 @@
 #include <cstdint>
 
 namespace {
-
-void quiet(QtMsgType, const QMessageLogContext &, const QString &) {}
 
 ParamInfo fixedDescription()
 {
@@ -70,11 +70,7 @@ void check(const EventStruct &event, const ParamInfo *info)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    static const bool installed = [] {
-        qInstallMessageHandler(quiet);
-        return true;
-    }();
-    (void)installed;
+    fuzz::silenceQtMessages();
     static const ParamInfo fixed = fixedDescription();
     const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<int>(size));
     QContainerPacket packet(bytes);
