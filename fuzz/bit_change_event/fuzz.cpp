@@ -7,6 +7,7 @@
 // combination of the description, and an event whose word did not change shows nothing
 // unless the old word had no data.
 
+#include "describe.h"
 #include "fuzztarget.h"
 
 #include "eventstruct.h"
@@ -21,10 +22,7 @@ namespace {
 
 ParamInfo fixedDescription()
 {
-    ParamInfo info;
-    info.id = 1;
-    info.code = QStringLiteral("SW");
-    info.type = 2;
+    ParamInfo info = describe::described(1, QStringLiteral("SW"), 2);
     info.bitField.enabled = 1;
     for (int bit = 0; bit < 6; ++bit) {
         ParamBitField::ParamBitAttributes attributes;
