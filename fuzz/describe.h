@@ -49,7 +49,8 @@ inline void addCell(ParamInfo &field, int row, int column, const ParamInfo &info
  * A field "F<id>" of @p rows by @p columns with every cell described, row by row: @p cell
  * gives the description of the cell at a row and a column.
  */
-inline ParamInfo field(unsigned int id, int rows, int columns, const std::function<ParamInfo(int row, int column)> &cell)
+inline ParamInfo field(unsigned int id, int rows, int columns,
+                       const std::function<ParamInfo(int row, int column)> &cell)
 {
     ParamInfo info = described(id, QStringLiteral("F%1").arg(id), 4);
     info.rows = rows;

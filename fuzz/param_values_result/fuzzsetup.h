@@ -2,7 +2,7 @@
 #define PARAMVALUESFUZZSETUP_H
 
 // What the values fuzz target and its seed program share: the parameter objects a client
-// holds and the tokens. The token field itself is found by resultfuzzing.h.
+// holds and the tokens. What it shares with the subscription target is in resultfuzzing.h.
 
 #include "resultfuzzing.h"
 

@@ -2,7 +2,7 @@
 #define SUBSCRIPTIONFUZZSETUP_H
 
 // What the subscription fuzz target and its seed program share: the clients and their
-// objects. The token field itself is found by resultfuzzing.h.
+// objects. What it shares with the values target is in resultfuzzing.h.
 
 #include "resultfuzzing.h"
 
