@@ -13,16 +13,10 @@
 
 namespace {
 
-/** The packet of a query from a client, routed as a transport routes it. */
-QByteArray packetWith(qint32 messageId, const QByteArray &body)
-{
-    return fuzz::packetWith(3, messageId, 1, body, 1, 2, 3);
-}
-
 void readCancel(const QByteArray &body)
 {
     ArchiveQueryCancel cancel(nullptr);
-    cancel.setPacket(packetWith(10, body));
+    cancel.setPacket(fuzz::packetWith(3, 10, 1, body, 1, 2, 3));
     cancel.read();
     cancel.write();
 }
@@ -30,7 +24,7 @@ void readCancel(const QByteArray &body)
 void readQuery(const QByteArray &body)
 {
     ArchiveQuery query(nullptr);
-    query.setPacket(packetWith(7, body));
+    query.setPacket(fuzz::packetWith(3, 7, 1, body, 1, 2, 3));
     query.read();
     query.isValid();
 
