@@ -3,42 +3,28 @@
 // (selector byte odd). A query that was read is then judged, divided into a section,
 // called off and written again.
 
+#include "fuzztarget.h"
+
 #include "archivequery.h"
 #include "archivequerycancel.h"
-
-#include <QtCore/QtEndian>
 
 #include <cstddef>
 #include <cstdint>
 
 namespace {
 
-QByteArray packetWith(qint32 messageId, const QByteArray &body)
+void readCancel(const QByteArray &body)
 {
-    QByteArray packet(QProtocolStruct::HeaderSize, '\0');
-    const qint32 words[8] = {3, messageId, 1, 1, qint32(body.size()), 1, 2, 3};
-    for (int i = 0; i < 8; ++i)
-        qToBigEndian<qint32>(words[i], packet.data() + 4 * i);
-    return packet + body;
+    ArchiveQueryCancel cancel(nullptr);
+    cancel.setPacket(fuzz::packetWith(3, 10, 1, body, 1, 2, 3));
+    cancel.read();
+    cancel.write();
 }
 
-} // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+void readQuery(const QByteArray &body)
 {
-    if (size < 1 || size > (1u << 20))
-        return 0;
-    const QByteArray body(reinterpret_cast<const char *>(data + 1), static_cast<int>(size - 1));
-    if (data[0] & 1) {
-        ArchiveQueryCancel cancel(nullptr);
-        cancel.setPacket(packetWith(10, body));
-        cancel.read();
-        cancel.write();
-        return 0;
-    }
-
     ArchiveQuery query(nullptr);
-    query.setPacket(packetWith(7, body));
+    query.setPacket(fuzz::packetWith(3, 7, 1, body, 1, 2, 3));
     query.read();
     query.isValid();
 
@@ -56,5 +42,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     ArchiveQueryCancel cancel(query);
     cancel.write();
     query.write();
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    fuzz::readSelected(data, size, {readQuery, readCancel});
     return 0;
 }

@@ -2,31 +2,23 @@
 // ArchiveResult that a client receives, and as a run of series read one after another
 // from a plain stream. What was read is written again, as a server would send it.
 
+#include "fuzztarget.h"
+
 #include "archiveparamdata.h"
 #include "archiveresult.h"
 #include "qcontainerpacket.h"
 
 #include <QtCore/QDataStream>
-#include <QtCore/QtEndian>
 
 #include <cstddef>
 #include <cstdint>
 
 namespace {
 
-QByteArray packetWith(const QByteArray &body)
-{
-    QByteArray packet(QProtocolStruct::HeaderSize, '\0');
-    const qint32 words[8] = {3, 7, 1, 1, qint32(body.size()), 0, 0, 0};
-    for (int i = 0; i < 8; ++i)
-        qToBigEndian<qint32>(words[i], packet.data() + 4 * i);
-    return packet + body;
-}
-
 void readResult(const QByteArray &body)
 {
     ArchiveResult result;
-    result.setPacket(packetWith(body));
+    result.setPacket(fuzz::packetWith(3, 7, 1, body));
     result.read();
     for (auto it = result.params.cbegin(); it != result.params.cend(); ++it) {
         const ArchiveParamData *series = result.getParam(static_cast<unsigned int>(it.key()));
@@ -54,12 +46,6 @@ void readSeriesRun(const QByteArray &bytes)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    if (size < 1 || size > (1u << 20))
-        return 0;
-    const QByteArray body(reinterpret_cast<const char *>(data + 1), static_cast<int>(size - 1));
-    if (data[0] & 1)
-        readSeriesRun(body);
-    else
-        readResult(body);
+    fuzz::readSelected(data, size, {readResult, readSeriesRun});
     return 0;
 }

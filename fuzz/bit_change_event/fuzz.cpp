@@ -7,6 +7,9 @@
 // combination of the description, and an event whose word did not change shows nothing
 // unless the old word had no data.
 
+#include "describe.h"
+#include "fuzztarget.h"
+
 #include "eventstruct.h"
 #include "parambitfield.h"
 #include "paraminfo.h"
@@ -17,14 +20,9 @@
 
 namespace {
 
-void quiet(QtMsgType, const QMessageLogContext &, const QString &) {}
-
 ParamInfo fixedDescription()
 {
-    ParamInfo info;
-    info.id = 1;
-    info.code = QStringLiteral("SW");
-    info.type = 2;
+    ParamInfo info = describe::described(1, QStringLiteral("SW"), 2);
     info.bitField.enabled = 1;
     for (int bit = 0; bit < 6; ++bit) {
         ParamBitField::ParamBitAttributes attributes;
@@ -70,11 +68,7 @@ void check(const EventStruct &event, const ParamInfo *info)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    static const bool installed = [] {
-        qInstallMessageHandler(quiet);
-        return true;
-    }();
-    (void)installed;
+    fuzz::silenceQtMessages();
     static const ParamInfo fixed = fixedDescription();
     const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<int>(size));
     QContainerPacket packet(bytes);

@@ -3,6 +3,7 @@
 // change fuzz target: bits flipping, fault combinations beginning, ending and replacing
 // each other, and an old word without data.
 
+#include "describe.h"
 #include "eventstruct.h"
 #include "paraminfo.h"
 #include "qcontainerpacket.h"
@@ -12,10 +13,7 @@ namespace {
 
 ParamInfo statusWord()
 {
-    ParamInfo info;
-    info.id = 42;
-    info.code = QStringLiteral("PUMP.STATUS");
-    info.type = 2;
+    ParamInfo info = describe::described(42, QStringLiteral("PUMP.STATUS"), 2);
     info.bitField.enabled = 1;
     for (int bit : {0, 1, 2, 5}) {
         ParamBitField::ParamBitAttributes attributes;

@@ -1,32 +1,20 @@
 // Feeds arbitrary text to the core map's XML reader, the one that CoreMap::init() runs
 // over the core file, and checks that both maps agree with each other.
 
+#include "fuzztarget.h"
+
 #include "corefile_p.h"
 
 #include <QtCore/QBuffer>
-#include <QtCore/QtGlobal>
 
 #include <cstddef>
 #include <cstdint>
 
-namespace {
-
-void quiet(QtMsgType, const QMessageLogContext &, const QString &)
-{
-}
-
-void check(bool condition)
-{
-    if (!condition)
-        __builtin_trap();
-}
-
-} // namespace
+using fuzz::check;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    static const QtMessageHandler previous = qInstallMessageHandler(&quiet);
-    Q_UNUSED(previous)
+    fuzz::silenceQtMessages();
     if (size > (1u << 20))
         return 0;
 

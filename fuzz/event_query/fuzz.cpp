@@ -3,39 +3,24 @@
 // the body. Every reader must accept the body, and what it read is written again and
 // read back into a fresh object, which must agree with the first.
 
+#include "fuzztarget.h"
+
 #include "eventsquery.h"
 #include "eventsquerycancel.h"
 #include "eventsreadedquery.h"
 #include "intervalquery.h"
-
-#include <QtCore/QtEndian>
 
 #include <cstddef>
 #include <cstdint>
 
 namespace {
 
-void quiet(QtMsgType, const QMessageLogContext &, const QString &) {}
-
-QByteArray packetWith(int messageId, const QByteArray &body)
-{
-    QByteArray packet(QProtocolStruct::HeaderSize, '\0');
-    const qint32 words[8] = {3, messageId, 1, 1, qint32(body.size()), 0, 0, 0};
-    for (int i = 0; i < 8; ++i)
-        qToBigEndian<qint32>(words[i], packet.data() + 4 * i);
-    return packet + body;
-}
-
-void check(bool condition)
-{
-    if (!condition)
-        __builtin_trap();
-}
+using fuzz::check;
 
 void readInterval(const QByteArray &body)
 {
     IntervalQuery query(0);
-    query.setPacket(packetWith(5, body));
+    query.setPacket(fuzz::packetWith(3, 5, 1, body));
     check(query.read());
     IntervalQuery again(0);
     again.setPacket(query.write());
@@ -46,7 +31,7 @@ void readInterval(const QByteArray &body)
 void readQuery(const QByteArray &body)
 {
     EventsQuery query(0, nullptr);
-    query.setPacket(packetWith(12, body));
+    query.setPacket(fuzz::packetWith(3, 12, 1, body));
     check(query.read());
     query.isValid();
     query.getBeginDateTime();
@@ -65,7 +50,7 @@ void readQuery(const QByteArray &body)
 void readCancel(const QByteArray &body)
 {
     EventsQueryCancel cancel(nullptr);
-    cancel.setPacket(packetWith(16, body));
+    cancel.setPacket(fuzz::packetWith(3, 16, 1, body));
     check(cancel.read());
     EventsQueryCancel again(nullptr);
     again.setPacket(cancel.write());
@@ -76,7 +61,7 @@ void readCancel(const QByteArray &body)
 void readReaded(const QByteArray &body)
 {
     EventsReadedQuery query;
-    query.setPacket(packetWith(20, body));
+    query.setPacket(fuzz::packetWith(3, 20, 1, body));
     check(query.read());
     EventsReadedQuery again;
     again.setPacket(query.write());
@@ -88,24 +73,7 @@ void readReaded(const QByteArray &body)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    static const QtMessageHandler previous = qInstallMessageHandler(quiet);
-    Q_UNUSED(previous)
-    if (size < 1 || size > (1u << 20))
-        return 0;
-    const QByteArray body(reinterpret_cast<const char *>(data + 1), static_cast<int>(size - 1));
-    switch (data[0] & 3) {
-    case 0:
-        readInterval(body);
-        break;
-    case 1:
-        readQuery(body);
-        break;
-    case 2:
-        readCancel(body);
-        break;
-    default:
-        readReaded(body);
-        break;
-    }
+    fuzz::silenceQtMessages();
+    fuzz::readSelected(data, size, {readInterval, readQuery, readCancel, readReaded});
     return 0;
 }

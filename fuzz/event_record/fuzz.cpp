@@ -3,29 +3,19 @@
 // wrapper messages. The first byte picks the reader; the rest is the body. Every record
 // read is written again and read back, and its four numbers must survive.
 
+#include "fuzztarget.h"
+
 #include "eventstruct.h"
 #include "eventstructwithreaded.h"
 #include "qcontainerpacket.h"
 #include "registratoreventstruct.h"
 
 #include <QtCore/QDataStream>
-#include <QtCore/QtEndian>
 
 #include <cstddef>
 #include <cstdint>
 
 namespace {
-
-void quiet(QtMsgType, const QMessageLogContext &, const QString &) {}
-
-QByteArray packetWith(int messageId, int messageType, const QByteArray &body)
-{
-    QByteArray packet(QProtocolStruct::HeaderSize, '\0');
-    const qint32 words[8] = {3, messageId, messageType, 1, qint32(body.size()), 0, 0, 0};
-    for (int i = 0; i < 8; ++i)
-        qToBigEndian<qint32>(words[i], packet.data() + 4 * i);
-    return packet + body;
-}
 
 void sameNumbers(const EventStruct &a, const EventStruct &b)
 {
@@ -37,7 +27,7 @@ void sameNumbers(const EventStruct &a, const EventStruct &b)
 void readMessageForm(const QByteArray &body)
 {
     EventStruct event;
-    event.setPacket(packetWith(17, 3, body));
+    event.setPacket(fuzz::packetWith(3, 17, 3, body));
     if (!event.read())
         __builtin_trap(); // a body never makes the record refuse
     EventStruct again;
@@ -69,7 +59,7 @@ void readWrapper(const QByteArray &body, bool withReaded)
 {
     if (withReaded) {
         EventStructWithReaded message(EventStruct(), false);
-        message.setPacket(packetWith(41, 3, body));
+        message.setPacket(fuzz::packetWith(3, 41, 3, body));
         if (!message.read())
             __builtin_trap();
         EventStructWithReaded again(EventStruct(), !message.readed);
@@ -80,7 +70,7 @@ void readWrapper(const QByteArray &body, bool withReaded)
             __builtin_trap();
     } else {
         RegistratorEventStruct message{EventStruct()};
-        message.setPacket(packetWith(40, 3, body));
+        message.setPacket(fuzz::packetWith(3, 40, 3, body));
         if (!message.read())
             __builtin_trap();
         RegistratorEventStruct again{EventStruct()};
@@ -94,24 +84,9 @@ void readWrapper(const QByteArray &body, bool withReaded)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    static const QtMessageHandler previous = qInstallMessageHandler(quiet);
-    Q_UNUSED(previous)
-    if (size < 1 || size > (1u << 20))
-        return 0;
-    const QByteArray body(reinterpret_cast<const char *>(data + 1), static_cast<int>(size - 1));
-    switch (data[0] & 3) {
-    case 0:
-        readMessageForm(body);
-        break;
-    case 1:
-        readStreamRun(body);
-        break;
-    case 2:
-        readWrapper(body, false);
-        break;
-    default:
-        readWrapper(body, true);
-        break;
-    }
+    fuzz::silenceQtMessages();
+    fuzz::readSelected(data, size,
+                       {readMessageForm, readStreamRun, [](const QByteArray &body) { readWrapper(body, false); },
+                        [](const QByteArray &body) { readWrapper(body, true); }});
     return 0;
 }

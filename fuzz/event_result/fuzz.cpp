@@ -3,34 +3,19 @@
 // the reader; the rest is the body. Every reader must accept the body, and what it read
 // is written again and read back into a fresh object, which must agree with the first.
 
+#include "fuzztarget.h"
+
 #include "eventsarchiveresult.h"
 #include "eventsdaydata.h"
 #include "eventsintervaldata.h"
 #include "eventsresultbase.h"
-
-#include <QtCore/QtEndian>
 
 #include <cstddef>
 #include <cstdint>
 
 namespace {
 
-void quiet(QtMsgType, const QMessageLogContext &, const QString &) {}
-
-QByteArray packetWith(const QByteArray &body)
-{
-    QByteArray packet(QProtocolStruct::HeaderSize, '\0');
-    const qint32 words[8] = {3, 12, 2, 1, qint32(body.size()), 0, 0, 0};
-    for (int i = 0; i < 8; ++i)
-        qToBigEndian<qint32>(words[i], packet.data() + 4 * i);
-    return packet + body;
-}
-
-void check(bool condition)
-{
-    if (!condition)
-        __builtin_trap();
-}
+using fuzz::check;
 
 bool sameBase(const EventsResultBase &a, const EventsResultBase &b)
 {
@@ -41,7 +26,7 @@ template<typename Result>
 void readTwice(const QByteArray &body, bool (*same)(const Result &, const Result &))
 {
     Result result;
-    result.setPacket(packetWith(body));
+    result.setPacket(fuzz::packetWith(3, 12, 2, body));
     check(result.read());
     Result again;
     again.setPacket(result.write());
@@ -81,24 +66,11 @@ bool sameInterval(const EventsIntervalData &a, const EventsIntervalData &b)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    static const QtMessageHandler previous = qInstallMessageHandler(quiet);
-    Q_UNUSED(previous)
-    if (size < 1 || size > (1u << 20))
-        return 0;
-    const QByteArray body(reinterpret_cast<const char *>(data + 1), static_cast<int>(size - 1));
-    switch (data[0] & 3) {
-    case 0:
-        readTwice<EventsResultBase>(body, sameBaseOnly);
-        break;
-    case 1:
-        readTwice<EventsArchiveResult>(body, sameEvents);
-        break;
-    case 2:
-        readTwice<EventsDayData>(body, sameDay);
-        break;
-    default:
-        readTwice<EventsIntervalData>(body, sameInterval);
-        break;
-    }
+    fuzz::silenceQtMessages();
+    fuzz::readSelected(data, size,
+                       {[](const QByteArray &body) { readTwice<EventsResultBase>(body, sameBaseOnly); },
+                        [](const QByteArray &body) { readTwice<EventsArchiveResult>(body, sameEvents); },
+                        [](const QByteArray &body) { readTwice<EventsDayData>(body, sameDay); },
+                        [](const QByteArray &body) { readTwice<EventsIntervalData>(body, sameInterval); }});
     return 0;
 }

@@ -3,29 +3,18 @@
 // the body. The token read must survive a second trip, and checkQuery must agree with
 // the route and the token.
 
+#include "fuzztarget.h"
+
 #include "eventstatisticssubscription.h"
 #include "eventstatisticssubscriptioncancel.h"
 #include "eventsubscription.h"
 #include "eventsubscriptioncancel.h"
-
-#include <QtCore/QtEndian>
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 
 namespace {
-
-void quiet(QtMsgType, const QMessageLogContext &, const QString &) {}
-
-QByteArray packetWith(int messageId, qint32 source, qint32 session, qint32 sequence, const QByteArray &body)
-{
-    QByteArray packet(QProtocolStruct::HeaderSize, '\0');
-    const qint32 words[8] = {3, messageId, 1, 1, qint32(body.size()), source, session, sequence};
-    for (int i = 0; i < 8; ++i)
-        qToBigEndian<qint32>(words[i], packet.data() + 4 * i);
-    return packet + body;
-}
 
 std::unique_ptr<EventBaseSubscription> make(int which)
 {
@@ -45,15 +34,14 @@ std::unique_ptr<EventBaseSubscription> make(int which)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    static const QtMessageHandler previous = qInstallMessageHandler(quiet);
-    Q_UNUSED(previous)
+    fuzz::silenceQtMessages();
     if (size < 4 || size > (1u << 16))
         return 0;
     const QByteArray body(reinterpret_cast<const char *>(data + 4), static_cast<int>(size - 4));
     const qint32 source = data[1], session = data[2], sequence = data[3];
 
     std::unique_ptr<EventBaseSubscription> message = make(data[0]);
-    message->setPacket(packetWith(18 + (data[0] & 3), source, session, sequence, body));
+    message->setPacket(fuzz::packetWith(3, 18 + (data[0] & 3), 1, body, source, session, sequence));
     if (!message->read())
         __builtin_trap();
 
@@ -65,7 +53,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         __builtin_trap();
 
     std::unique_ptr<EventBaseSubscription> other = make(data[0]);
-    other->setPacket(packetWith(18, source, session, sequence + 1, body));
+    other->setPacket(fuzz::packetWith(3, 18, 1, body, source, session, sequence + 1));
     other->read();
     if (message->checkQuery(*other))
         __builtin_trap();

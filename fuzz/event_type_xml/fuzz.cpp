@@ -6,19 +6,16 @@
 // opens and closes around it. Each description that comes out is written in its packet
 // form and read back.
 
+#include "fuzztarget.h"
+
 #include "eventtypeinfostruct.h"
 #include "qcontainerpacket.h"
 
 #include <QtCore/QXmlStreamReader>
-#include <QtCore/QtGlobal>
 
 #include <cstdint>
 
 namespace {
-
-void quiet(QtMsgType, const QMessageLogContext &, const QString &)
-{
-}
 
 void roundTrip(const EventTypeInfoStruct &event)
 {
@@ -47,8 +44,7 @@ void parseDocument(const QByteArray &document)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    static const QtMessageHandler previous = qInstallMessageHandler(&quiet);
-    Q_UNUSED(previous)
+    fuzz::silenceQtMessages();
     if (size < 1)
         return 0;
     const QByteArray text(reinterpret_cast<const char *>(data + 1), static_cast<int>(size - 1));

@@ -6,6 +6,8 @@
 // bytes that name another parameter. Sizes and cells of the description are whatever the
 // bytes say, negative and huge ones included.
 
+#include "recordfuzzing.h"
+
 #include "bpfieldclient.h"
 #include "parambaseptr.h"
 #include "paraminfo.h"
@@ -31,9 +33,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 
     BPFieldClient field(description);
     ParamBasePtr client(&field, false);
-    QContainerPacket packet(records);
-    while (packet.bytesLeft() > 0 && field.read(packet)) {
-    }
+    recordfuzz::readRun(field, records);
 
     // Use the cells as a client does, and write them again as a relay would.
     QByteArray out;

@@ -6,6 +6,7 @@
 #include "bplist.h"
 #include "bpmap.h"
 #include "bpvariant.h"
+#include "describe.h"
 #include "paraminfo.h"
 #include "qcontainerpacket.h"
 #include "seedwriter.h"
@@ -14,21 +15,9 @@ namespace {
 
 ParamInfo cell(unsigned int id, int type)
 {
-    ParamInfo info;
-    info.id = id;
-    info.code = QStringLiteral("cell%1").arg(id);
-    info.type = type;
+    ParamInfo info = describe::described(id, QStringLiteral("cell%1").arg(id), type);
     info.name.setEngName(QStringLiteral("Cell %1").arg(id));
     return info;
-}
-
-void add(ParamInfo &field, int row, int column, const ParamInfo &info)
-{
-    ParamFieldElementInfo element;
-    element.row = row;
-    element.column = column;
-    element.info = info;
-    field.elements.append(element);
 }
 
 QByteArray seed(const ParamInfo &description, const BPField *field)
@@ -47,16 +36,13 @@ int main(int argc, char **argv)
 {
     SeedWriter seeds(argc, argv);
 
-    ParamInfo description;
-    description.id = 300;
-    description.code = QStringLiteral("grid");
-    description.type = 4;
+    ParamInfo description = describe::described(300, QStringLiteral("grid"), 4);
     description.rows = 2;
     description.columns = 2;
-    add(description, 0, 0, cell(301, 1));
-    add(description, 0, 1, cell(302, 6));
-    add(description, 1, 0, cell(303, 7));
-    add(description, 1, 1, cell(304, 4));
+    describe::addCell(description, 0, 0, cell(301, 1));
+    describe::addCell(description, 0, 1, cell(302, 6));
+    describe::addCell(description, 1, 0, cell(303, 7));
+    describe::addCell(description, 1, 1, cell(304, 4));
 
     BPVariant number(301);
     number.setValue(12.5);
@@ -80,10 +66,7 @@ int main(int argc, char **argv)
     number.setState(128);
     seeds.add(QStringLiteral("description-and-change"), seed(description, &field));
 
-    ParamInfo empty;
-    empty.id = 310;
-    empty.code = QStringLiteral("empty");
-    empty.type = 4;
+    const ParamInfo empty = describe::described(310, QStringLiteral("empty"), 4);
     BPField nothing(310);
     nothing.setDim(0, 0);
     seeds.add(QStringLiteral("empty-field"), seed(empty, &nothing));

@@ -4,6 +4,8 @@
 // The field descriptions that the field record fuzz target reads its records into, shared
 // with the seed program that writes matching records.
 
+#include "describe.h"
+
 #include "paraminfo.h"
 
 #include <QtCore/QString>
@@ -21,20 +23,7 @@ enum Shape {
 
 inline ParamInfo cell(unsigned int id, int type)
 {
-    ParamInfo info;
-    info.id = id;
-    info.code = QStringLiteral("cell%1").arg(id);
-    info.type = type;
-    return info;
-}
-
-inline void add(ParamInfo &field, int row, int column, const ParamInfo &info)
-{
-    ParamFieldElementInfo element;
-    element.row = row;
-    element.column = column;
-    element.info = info;
-    field.elements.append(element);
+    return describe::described(id, QStringLiteral("cell%1").arg(id), type);
 }
 
 /** The identifier of the field of every shape. */
@@ -42,41 +31,38 @@ constexpr unsigned int FieldId = 900;
 
 inline ParamInfo description(Shape shape)
 {
-    ParamInfo field;
-    field.id = FieldId;
-    field.code = QStringLiteral("field");
-    field.type = 4;
+    ParamInfo field = describe::described(FieldId, QStringLiteral("field"), 4);
     switch (shape) {
     case Mixed:
         field.rows = 2;
         field.columns = 3;
-        add(field, 0, 0, cell(101, 1));
-        add(field, 0, 2, cell(102, 6));
-        add(field, 1, 1, cell(103, 7));
-        add(field, 1, 0, cell(104, 4));
+        describe::addCell(field, 0, 0, cell(101, 1));
+        describe::addCell(field, 0, 2, cell(102, 6));
+        describe::addCell(field, 1, 1, cell(103, 7));
+        describe::addCell(field, 1, 0, cell(104, 4));
         break;
     case Grid:
         field.rows = 16;
         field.columns = 16;
         for (int i = 0; i < 256; ++i)
-            add(field, i / 16, i % 16, cell(1000 + i, 5));
+            describe::addCell(field, i / 16, i % 16, cell(1000 + i, 5));
         break;
     case Huge:
         field.rows = 65535;
         field.columns = 65537;
-        add(field, 0, 0, cell(0, 5));
-        add(field, 65534, 65536, cell(5, 6));
+        describe::addCell(field, 0, 0, cell(0, 5));
+        describe::addCell(field, 65534, 65536, cell(5, 6));
         break;
     case Negative:
         field.rows = -1;
         field.columns = -1;
-        add(field, 0, 0, cell(7, 5));
+        describe::addCell(field, 0, 0, cell(7, 5));
         break;
     case ZeroIdentity:
     case ShapeCount:
         field.rows = 1;
         field.columns = 1;
-        add(field, 0, 0, cell(0, 6));
+        describe::addCell(field, 0, 0, cell(0, 6));
         break;
     }
     return field;

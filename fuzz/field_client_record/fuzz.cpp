@@ -8,6 +8,7 @@
 // used as a client uses them.
 
 #include "fieldshapes.h"
+#include "recordfuzzing.h"
 
 #include "bpfieldclient.h"
 #include "parambaseptr.h"
@@ -33,9 +34,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         fieldfuzz::description(fieldfuzz::ZeroIdentity)};
     BPFieldClient field(descriptions[shape]);
     ParamBasePtr client(&field, true);
-    QContainerPacket packet(records);
-    while (packet.bytesLeft() > 0 && field.read(packet)) {
-    }
+    recordfuzz::readRun(field, records);
 
     // Use the cells as a client does, and write them again as a relay would.
     QByteArray out;

@@ -6,25 +6,16 @@
 // the same fields; the copy-paste-remove reader must accept every body. Each message is
 // then copied, assigned and asked for its log texts.
 
+#include "fuzztarget.h"
+
 #include "multitranslator.h"
 #include "paramgroupcopypasteremoveinfo.h"
 #include "paramgroupinfo.h"
 #include "paramgroupinsertparametersinfo.h"
 
-#include <QtCore/QtEndian>
-
 #include <cstdint>
 
 namespace {
-
-QByteArray packetWith(qint32 messageId, const QByteArray &body)
-{
-    QByteArray packet(QProtocolStruct::HeaderSize, '\0');
-    const qint32 words[8] = {2, messageId, 1, 1, qint32(body.size()), 0, 0, 0};
-    for (int i = 0; i < 8; ++i)
-        qToBigEndian<qint32>(words[i], packet.data() + 4 * i);
-    return packet + body;
-}
 
 bool sameTree(const ParamGroupItem &a, const ParamGroupItem &b)
 {
@@ -68,7 +59,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const QByteArray body(reinterpret_cast<const char *>(data), static_cast<int>(size));
 
     ParamGroupInfo info(0);
-    info.setPacket(packetWith(3, body));
+    info.setPacket(fuzz::packetWith(2, 3, 1, body));
     info.read();
     rewrite(info, ParamGroupInfo(0), sameBase);
     (void)info.getCreateGroupLogDetails().translate(QStringLiteral("ru"), false);
@@ -76,7 +67,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     infoCopy = info;
 
     ParamGroupCopyPasteRemoveInfo copy(0);
-    copy.setPacket(packetWith(4, body));
+    copy.setPacket(fuzz::packetWith(2, 4, 1, body));
     if (!copy.read())
         __builtin_trap();
     rewrite(copy, ParamGroupCopyPasteRemoveInfo(0), [](const ParamGroupCopyPasteRemoveInfo &a, const ParamGroupCopyPasteRemoveInfo &b) {
@@ -89,7 +80,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     asBase = info;
 
     ParamGroupInsertParametersInfo insert;
-    insert.setPacket(packetWith(10, body));
+    insert.setPacket(fuzz::packetWith(2, 10, 1, body));
     const bool inserted = insert.read();
     rewrite(insert, ParamGroupInsertParametersInfo(), [](const ParamGroupInsertParametersInfo &a, const ParamGroupInsertParametersInfo &b) {
         return sameBase(a, b) && a.anchor == b.anchor && a.anchorExtra == b.anchorExtra && a.mode == b.mode;
@@ -101,7 +92,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 
     // The three readers share the common part: where it fails, the insert fails too.
     ParamGroupInfo again(0);
-    again.setPacket(packetWith(3, body));
+    again.setPacket(fuzz::packetWith(2, 3, 1, body));
     if (inserted && !again.read())
         __builtin_trap();
     return 0;

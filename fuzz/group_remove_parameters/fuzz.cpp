@@ -3,25 +3,12 @@
 // body that reads back as true into the same fields. The message is then copied,
 // assigned and asked for its log text.
 
+#include "fuzztarget.h"
+
 #include "multitranslator.h"
 #include "paramgroupremoveparametersinfo.h"
 
-#include <QtCore/QtEndian>
-
 #include <cstdint>
-
-namespace {
-
-QByteArray packetWith(const QByteArray &body)
-{
-    QByteArray packet(QProtocolStruct::HeaderSize, '\0');
-    const qint32 words[8] = {2, 14, 1, 1, qint32(body.size()), 0, 0, 0};
-    for (int i = 0; i < 8; ++i)
-        qToBigEndian<qint32>(words[i], packet.data() + 4 * i);
-    return packet + body;
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
@@ -34,7 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 
     const QByteArray body(reinterpret_cast<const char *>(data), static_cast<int>(size));
     ParamGroupRemoveParametersInfo info;
-    info.setPacket(packetWith(body));
+    info.setPacket(fuzz::packetWith(2, 14, 1, body));
     info.read();
 
     ParamGroupRemoveParametersInfo back;

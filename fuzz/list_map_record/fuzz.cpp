@@ -5,12 +5,12 @@
 // payload reader as often as one for another parameter is refused. What was read is then
 // used as a client uses it and written back as a server would write it.
 
+#include "fuzztarget.h"
+#include "recordfuzzing.h"
+
 #include "bplist.h"
 #include "bpmap.h"
 #include "parambaseptr.h"
-#include "qcontainerpacket.h"
-
-#include <QtCore/QtEndian>
 
 #include <cstddef>
 #include <cstdint>
@@ -18,19 +18,15 @@
 namespace {
 
 template<typename Parameter>
-void readRecords(const QByteArray &records, unsigned int id)
+void readRecords(const QByteArray &records)
 {
-    Parameter parameter(id);
+    Parameter parameter(recordfuzz::firstId(records));
     ParamBasePtr handle(&parameter, true);
-    QContainerPacket packet(records);
-    while (packet.bytesLeft() > 0 && parameter.read(packet)) {
-    }
+    recordfuzz::readRun(parameter, records);
     parameter.stringValue(2, 'f');
     parameter.floatValue();
     parameter.getValue();
-    QByteArray out;
-    QContainerPacket writer(&out);
-    handle.write(writer);
+    recordfuzz::writeAgain(handle);
     parameter.setInvalid(0);
 }
 
@@ -38,13 +34,6 @@ void readRecords(const QByteArray &records, unsigned int id)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    if (size < 1 || size > (1u << 20))
-        return 0;
-    const QByteArray records(reinterpret_cast<const char *>(data + 1), static_cast<int>(size - 1));
-    const unsigned int id = records.size() >= 4 ? qFromBigEndian<quint32>(records.constData()) : 0;
-    if (data[0] % 2 == 0)
-        readRecords<BPList>(records, id);
-    else
-        readRecords<BPMap>(records, id);
+    fuzz::readSelected(data, size, {readRecords<BPList>, readRecords<BPMap>});
     return 0;
 }

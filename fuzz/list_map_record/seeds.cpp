@@ -4,24 +4,13 @@
 
 #include "bplist.h"
 #include "bpmap.h"
-#include "qcontainerpacket.h"
+#include "recordfuzzing.h"
 #include "seedwriter.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QVariantMap>
 
-namespace {
-
-QByteArray withKind(char kind, const AbstractParameterBase &p, int copies = 1)
-{
-    QByteArray bytes(1, kind);
-    QContainerPacket out(&bytes);
-    for (int i = 0; i < copies; ++i)
-        p.write(out, i == 0);
-    return bytes;
-}
-
-} // namespace
+using recordfuzz::withKind;
 
 int main(int argc, char **argv)
 {

@@ -2,7 +2,7 @@
 // corpus of the description fuzz target: scalars with limits and setpoints, enumerations,
 // status words, field parameters with cells, and runs of several records.
 
-#include "paraminfo.h"
+#include "describe.h"
 #include "qcontainerpacket.h"
 #include "seedwriter.h"
 
@@ -19,12 +19,8 @@ QByteArray recordsOf(const QList<ParamInfo> &records)
 
 ParamInfo scalar(unsigned int id)
 {
-    ParamInfo info;
-    info.id = id;
-    info.code = QStringLiteral("AI%1").arg(id);
-    info.type = 1;
-    info.name = QXmlTranslation(QStringLiteral("Temperature"));
-    info.name.setTranslation(QStringLiteral("Температура"), QStringLiteral("ru"));
+    ParamInfo info = describe::described(id, QStringLiteral("AI%1").arg(id), 1);
+    info.name = describe::translated(QStringLiteral("Temperature"), QStringLiteral("Температура"));
     info.unit = QXmlTranslation(QStringLiteral("°C"));
     info.limits.enabled = 1;
     info.limits.lo = -50.0;
@@ -42,10 +38,7 @@ ParamInfo scalar(unsigned int id)
 
 ParamInfo discrete(unsigned int id)
 {
-    ParamInfo info;
-    info.id = id;
-    info.code = QStringLiteral("DI%1").arg(id);
-    info.type = 2;
+    ParamInfo info = describe::described(id, QStringLiteral("DI%1").arg(id), 2);
     const char *signs[] = {"==", "!=", ">", "<="};
     for (int k = 0; k < 4; ++k) {
         ParamBitCombination rule;
@@ -60,48 +53,18 @@ ParamInfo discrete(unsigned int id)
     return info;
 }
 
+/** Sixteen bits, from bit 0 every third one in state 4096 when on and the others in 16; a trip on 0x10. */
 ParamInfo statusWord(unsigned int id)
 {
-    ParamInfo info;
-    info.id = id;
-    info.code = QStringLiteral("SW%1").arg(id);
-    info.type = 2;
-    info.bitField.enabled = 1;
-    for (int bit = 0; bit < 16; ++bit) {
-        ParamBitField::ParamBitAttributes attributes;
-        attributes.name.insert(QStringLiteral("en"), QStringLiteral("Bit %1").arg(bit));
-        ParamBitField::ParamBitAttributes::ParamBitState on;
-        on.state = bit % 3 == 0 ? 4096 : 16;
-        on.text.insert(QStringLiteral("en"), QStringLiteral("On"));
-        attributes.states.insert(1, on);
-        info.bitField.attributes.insert(bit, attributes);
-    }
-    ParamBitCombination trip;
-    trip.sign = QStringLiteral("==");
-    trip.state = 4096;
-    trip.shortText.insert(QStringLiteral("en"), QStringLiteral("Trip"));
-    info.bitField.combinations.insert(0x10, trip);
-    return info;
+    return describe::statusWord(id, 16, [](int bit) { return bit % 3 == 0 ? 4096 : 16; }, 0x10);
 }
 
+/** Enumerations and scalars in turn, like the squares of a chessboard. */
 ParamInfo field(unsigned int id, int rows, int columns)
 {
-    ParamInfo info;
-    info.id = id;
-    info.code = QStringLiteral("F%1").arg(id);
-    info.type = 4;
-    info.rows = rows;
-    info.columns = columns;
-    for (int r = 0; r < rows; ++r) {
-        for (int c = 0; c < columns; ++c) {
-            ParamFieldElementInfo cell;
-            cell.row = r;
-            cell.column = c;
-            cell.info = (r + c) % 2 ? scalar(id * 100 + unsigned(r * columns + c)) : discrete(id * 100 + unsigned(r));
-            info.elements.append(cell);
-        }
-    }
-    return info;
+    return describe::field(id, rows, columns, [id, columns](int r, int c) {
+        return (r + c) % 2 ? scalar(id * 100 + unsigned(r * columns + c)) : discrete(id * 100 + unsigned(r));
+    });
 }
 
 } // namespace

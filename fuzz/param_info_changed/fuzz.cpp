@@ -6,28 +6,17 @@
 // A notice that read as true must come back as true from its own bytes with the same
 // records; every record read is written again and asked for its texts.
 
+#include "fuzztarget.h"
+
 #include "paraminfoadded.h"
 #include "paraminfochanged.h"
 #include "paraminforestore.h"
 #include "qcontainerpacket.h"
 
-#include <QtCore/QtEndian>
-
 #include <cstddef>
 #include <cstdint>
 
 namespace {
-
-void quiet(QtMsgType, const QMessageLogContext &, const QString &) {}
-
-QByteArray packetWith(qint32 messageId, const QByteArray &body)
-{
-    QByteArray packet(QProtocolStruct::HeaderSize, '\0');
-    const qint32 words[8] = {2, messageId, 4, 1, qint32(body.size()), 0, 0, 0};
-    for (int i = 0; i < 8; ++i)
-        qToBigEndian<qint32>(words[i], packet.data() + 4 * i);
-    return packet + body;
-}
 
 bool sameRecords(const QList<ParamInfo> &a, const QList<ParamInfo> &b)
 {
@@ -53,22 +42,18 @@ void useRecord(const ParamInfo &info)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    static const bool installed = [] {
-        qInstallMessageHandler(quiet);
-        return true;
-    }();
-    (void)installed;
+    fuzz::silenceQtMessages();
 
     const QByteArray body(reinterpret_cast<const char *>(data), static_cast<int>(size));
 
     ParamInfoChanged changed;
-    changed.setPacket(packetWith(5, body));
+    changed.setPacket(fuzz::packetWith(2, 5, 4, body));
     const bool accepted = changed.read();
     for (const ParamInfo &info : qAsConst(changed.params))
         useRecord(info);
 
     ParamInfoAdded added;
-    added.setPacket(packetWith(7, body));
+    added.setPacket(fuzz::packetWith(2, 7, 4, body));
     if (added.read() != accepted || !sameRecords(added.params, changed.params))
         __builtin_trap();
 
@@ -81,7 +66,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     }
 
     ParamInfoRestore restore;
-    restore.setPacket(packetWith(6, body));
+    restore.setPacket(fuzz::packetWith(2, 6, 4, body));
     if (!restore.read())
         __builtin_trap();
     ParamInfoRestore restoreAgain;

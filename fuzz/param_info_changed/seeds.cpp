@@ -2,30 +2,20 @@
 // seed corpus of the notice fuzz target: change notices with one and several records of
 // every kind, an empty notice, and lists of restored identifiers.
 
+#include "describe.h"
 #include "paraminfoadded.h"
 #include "paraminfochanged.h"
 #include "paraminforestore.h"
-#include "qcontainerpacket.h"
 #include "seedwriter.h"
 
 namespace {
 
-QByteArray bodyOf(const QProtocolStruct &message)
-{
-    QByteArray bytes;
-    QContainerPacket out(&bytes);
-    message.writePrivate(out);
-    return bytes;
-}
+using describe::bodyOf;
 
 ParamInfo scalar(unsigned int id)
 {
-    ParamInfo info;
-    info.id = id;
-    info.code = QStringLiteral("AI%1").arg(id);
-    info.type = 1;
-    info.name = QXmlTranslation(QStringLiteral("Level"));
-    info.name.setTranslation(QStringLiteral("Уровень"), QStringLiteral("ru"));
+    ParamInfo info = describe::described(id, QStringLiteral("AI%1").arg(id), 1);
+    info.name = describe::translated(QStringLiteral("Level"), QStringLiteral("Уровень"));
     info.unit = QXmlTranslation(QStringLiteral("mm"));
     info.limits.enabled = 1;
     info.limits.lo = 0.0;
@@ -37,10 +27,7 @@ ParamInfo scalar(unsigned int id)
 
 ParamInfo discrete(unsigned int id)
 {
-    ParamInfo info;
-    info.id = id;
-    info.code = QStringLiteral("DI%1").arg(id);
-    info.type = 2;
+    ParamInfo info = describe::described(id, QStringLiteral("DI%1").arg(id), 2);
     ParamBitCombination on;
     on.sign = QStringLiteral("==");
     on.value = 1;
@@ -54,22 +41,10 @@ ParamInfo discrete(unsigned int id)
     return info;
 }
 
+/** One row of two scalars. */
 ParamInfo field(unsigned int id)
 {
-    ParamInfo info;
-    info.id = id;
-    info.code = QStringLiteral("F%1").arg(id);
-    info.type = 4;
-    info.rows = 1;
-    info.columns = 2;
-    for (int c = 0; c < 2; ++c) {
-        ParamFieldElementInfo cell;
-        cell.row = 0;
-        cell.column = c;
-        cell.info = scalar(id * 10 + unsigned(c));
-        info.elements.append(cell);
-    }
-    return info;
+    return describe::field(id, 1, 2, [id](int, int c) { return scalar(id * 10 + unsigned(c)); });
 }
 
 } // namespace

@@ -6,23 +6,14 @@
 // that read as true must come back as true from its own bytes, with the same
 // descriptions, tree, event types, data and texts.
 
-#include "paraminfolist.h"
+#include "fuzztarget.h"
 
-#include <QtCore/QtEndian>
+#include "paraminfolist.h"
 
 #include <cstddef>
 #include <cstdint>
 
 namespace {
-
-QByteArray packetWith(const QByteArray &body)
-{
-    QByteArray packet(QProtocolStruct::HeaderSize, '\0');
-    const qint32 words[8] = {2, 1, 0, 1, qint32(body.size()), 0, 0, 0};
-    for (int i = 0; i < 8; ++i)
-        qToBigEndian<qint32>(words[i], packet.data() + 4 * i);
-    return packet + body;
-}
 
 bool sameTree(const ParamGroupItem &a, const ParamGroupItem &b)
 {
@@ -77,7 +68,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const QByteArray body(reinterpret_cast<const char *>(data), static_cast<int>(size));
 
     ParamInfoList list;
-    list.setPacket(packetWith(body));
+    list.setPacket(fuzz::packetWith(2, 1, 0, body));
     const bool accepted = list.read();
     useList(list);
 

@@ -2,34 +2,19 @@
 // of the list fuzz target: an empty list, a plant with descriptions of every kind, a
 // group tree and an event catalogue, and lists that stress one part each.
 
+#include "describe.h"
 #include "paraminfolist.h"
-#include "qcontainerpacket.h"
 #include "seedwriter.h"
 
 namespace {
 
-QByteArray bodyOf(const ParamInfoList &list)
-{
-    QByteArray bytes;
-    QContainerPacket out(&bytes);
-    list.writePrivate(out);
-    return bytes;
-}
-
-QXmlTranslation text(const QString &english, const QString &russian)
-{
-    QXmlTranslation t(english);
-    t.setTranslation(russian, QStringLiteral("ru"));
-    return t;
-}
+using describe::bodyOf;
+using describe::translated;
 
 ParamInfo scalar(unsigned int id)
 {
-    ParamInfo info;
-    info.id = id;
-    info.code = QStringLiteral("AI%1").arg(id);
-    info.type = 1;
-    info.name = text(QStringLiteral("Temperature"), QStringLiteral("Температура"));
+    ParamInfo info = describe::described(id, QStringLiteral("AI%1").arg(id), 1);
+    info.name = translated(QStringLiteral("Temperature"), QStringLiteral("Температура"));
     info.unit = QXmlTranslation(QStringLiteral("degC"));
     info.limits.enabled = 1;
     info.limits.lo = 0.0;
@@ -39,48 +24,16 @@ ParamInfo scalar(unsigned int id)
     return info;
 }
 
+/** Eight bits, the even ones in state 4096 when on and the odd ones in 16; a trip on 0x81. */
 ParamInfo statusWord(unsigned int id)
 {
-    ParamInfo info;
-    info.id = id;
-    info.code = QStringLiteral("SW%1").arg(id);
-    info.type = 2;
-    info.bitField.enabled = 1;
-    for (int bit = 0; bit < 8; ++bit) {
-        ParamBitField::ParamBitAttributes attributes;
-        attributes.name.insert(QStringLiteral("en"), QStringLiteral("Bit %1").arg(bit));
-        ParamBitField::ParamBitAttributes::ParamBitState on;
-        on.state = bit % 2 ? 16 : 4096;
-        on.text.insert(QStringLiteral("en"), QStringLiteral("On"));
-        attributes.states.insert(1, on);
-        info.bitField.attributes.insert(bit, attributes);
-    }
-    ParamBitCombination trip;
-    trip.sign = QStringLiteral("==");
-    trip.state = 4096;
-    trip.shortText.insert(QStringLiteral("en"), QStringLiteral("Trip"));
-    info.bitField.combinations.insert(0x81, trip);
-    return info;
+    return describe::statusWord(id, 8, [](int bit) { return bit % 2 ? 16 : 4096; }, 0x81);
 }
 
+/** Two rows of two scalars. */
 ParamInfo field(unsigned int id)
 {
-    ParamInfo info;
-    info.id = id;
-    info.code = QStringLiteral("F%1").arg(id);
-    info.type = 4;
-    info.rows = 2;
-    info.columns = 2;
-    for (int r = 0; r < 2; ++r) {
-        for (int c = 0; c < 2; ++c) {
-            ParamFieldElementInfo cell;
-            cell.row = r;
-            cell.column = c;
-            cell.info = scalar(id * 10 + unsigned(r * 2 + c));
-            info.elements.append(cell);
-        }
-    }
-    return info;
+    return describe::field(id, 2, 2, [id](int r, int c) { return scalar(id * 10 + unsigned(r * 2 + c)); });
 }
 
 ParamGroupItem *paramNode(unsigned int id)
@@ -104,8 +57,8 @@ EventTypeInfoStruct eventType(unsigned short id)
     type.setEngName(QStringLiteral("Event %1").arg(id));
     type.setTranslation(QStringLiteral("Событие %1").arg(id), QStringLiteral("ru"));
     type.id = id;
-    type.messages.insert(1, text(QStringLiteral("Raised"), QStringLiteral("Возникло")));
-    type.messages.insert(2, text(QStringLiteral("Cleared"), QStringLiteral("Снято")));
+    type.messages.insert(1, translated(QStringLiteral("Raised"), QStringLiteral("Возникло")));
+    type.messages.insert(2, translated(QStringLiteral("Cleared"), QStringLiteral("Снято")));
     return type;
 }
 

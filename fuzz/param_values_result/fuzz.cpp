@@ -6,27 +6,13 @@
 // so that the record walk is reached.
 
 #include "fuzzsetup.h"
+#include "fuzztarget.h"
 
 #include "paramvaluesquery.h"
 #include "paramvaluesresult.h"
 
-#include <QtCore/QtEndian>
-
 #include <cstddef>
 #include <cstdint>
-
-namespace {
-
-QByteArray packetWith(const QByteArray &body)
-{
-    QByteArray packet(QProtocolStruct::HeaderSize, '\0');
-    const qint32 words[8] = {3, 8, 1, 1, qint32(body.size()), 0, 0, 0};
-    for (int i = 0; i < 8; ++i)
-        qToBigEndian<qint32>(words[i], packet.data() + 4 * i);
-    return packet + body;
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
@@ -36,20 +22,20 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     QByteArray body(reinterpret_cast<const char *>(data + 1), static_cast<int>(size - 1));
     switch (selector) {
     case valuesfuzz::OwnToken:
-        body = valuesfuzz::withToken(body, valuesfuzz::ownToken());
+        body = resultfuzz::withToken(body, valuesfuzz::ownToken());
         break;
     case valuesfuzz::OtherToken:
-        body = valuesfuzz::withToken(body, valuesfuzz::otherToken());
+        body = resultfuzz::withToken(body, valuesfuzz::otherToken());
         break;
     case valuesfuzz::NullToken:
-        body = valuesfuzz::withToken(body, nullptr);
+        body = resultfuzz::withToken(body, nullptr);
         break;
     case valuesfuzz::KeepToken:
         break;
     }
 
     ParamValuesResult result;
-    result.setPacket(packetWith(body));
+    result.setPacket(fuzz::packetWith(3, 8, 1, body));
     result.read(); // a null token reads as false; the structure judges the token itself
     result.write(); // what was read can be written again
 
@@ -58,10 +44,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     valuesfuzz::fill(values, &objects);
     values.newDataSlot(result);
     values.query();
-    valuesfuzz::writeAll(objects);
+    resultfuzz::writeAll(objects);
 
     ParamValuesQuery query;
-    query.setPacket(packetWith(body));
+    query.setPacket(fuzz::packetWith(3, 8, 1, body));
     query.read();
     return 0;
 }

@@ -2,16 +2,15 @@
 #define PARAMVALUESFUZZSETUP_H
 
 // What the values fuzz target and its seed program share: the parameter objects a client
-// holds, the tokens, and where the token stands in a result body.
+// holds and the tokens. What it shares with the subscription target is in resultfuzzing.h.
+
+#include "resultfuzzing.h"
 
 #include "bpdouble.h"
 #include "bpstring.h"
 #include "bpvariant.h"
 #include "paramvaluesstruct.h"
-#include "qcontainerpacket.h"
-#include "wirestream_p.h"
 
-#include <QtCore/QDateTime>
 #include <QtCore/QObject>
 
 namespace valuesfuzz {
@@ -50,54 +49,13 @@ inline void fill(ParamValuesStruct &values, QList<QSharedPointer<AbstractParamet
     const QSharedPointer<AbstractParameterBase> twice(new BPDouble(4));
     objects.append(twice);
     objects.append(twice);
-    const QSharedPointer<BPVariant> limited = QSharedPointer<BPVariant>::create(5);
-    limited->limitsPrivate().setLowPossibleSetpoint(true, 0.0);
-    limited->limitsPrivate().setHiWarningSetpoint(true, 10.0);
-    objects.append(limited);
+    objects.append(resultfuzz::limitedVariant(5));
     objects.append(QSharedPointer<AbstractParameterBase>(new BPDouble(6)));
     objects.append(QSharedPointer<AbstractParameterBase>(new BPVariant(6)));
     for (const QSharedPointer<AbstractParameterBase> &object : objects)
         values.append(object);
     if (kept)
         *kept = objects;
-}
-
-/** Writes the record of every object, as a server relaying what it read would. */
-inline void writeAll(const QList<QSharedPointer<AbstractParameterBase>> &objects)
-{
-    QByteArray records;
-    QContainerPacket packet(&records);
-    for (const QSharedPointer<AbstractParameterBase> &object : objects)
-        object->write(packet, true);
-}
-
-/** The offset of the token field in @p body, found as the reader walks it; -1 if the body ends first. */
-inline qint64 tokenOffset(const QByteArray &body)
-{
-    QContainerPacket packet(body);
-    QList<unsigned int> ids;
-    QByteArray data;
-    QDateTime when;
-    TelorWire::readList(packet, ids);
-    packet >> data;
-    TelorWire::readDateTime(packet, when);
-    const qint64 offset = packet.position();
-    return offset + 8 <= body.size() ? offset : -1;
-}
-
-/** @p body with its token field replaced by @p token, where the field exists. */
-inline QByteArray withToken(QByteArray body, const QObject *token)
-{
-    const qint64 offset = tokenOffset(body);
-    if (offset < 0)
-        return body;
-    QByteArray field;
-    {
-        QContainerPacket writer(&field);
-        writer << static_cast<qint64>(reinterpret_cast<quintptr>(token));
-    }
-    body.replace(static_cast<int>(offset), 8, field);
-    return body;
 }
 
 } // namespace valuesfuzz

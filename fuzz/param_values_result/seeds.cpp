@@ -6,8 +6,6 @@
 
 #include "paramvaluesresult.h"
 
-#include <QtCore/QTimeZone>
-
 namespace {
 
 /** Appends the leading identifier and the record of @p param to @p result. */
@@ -19,11 +17,12 @@ void add(ParamValuesResult &result, const AbstractParameterBase &param, bool ful
     result.ids.append(param.getIdParameter());
 }
 
-QByteArray seed(valuesfuzz::Selector selector, ParamValuesResult &result)
+QByteArray seed(valuesfuzz::Selector selector, ParamValuesResult &result,
+               const QDateTime &when = resultfuzz::seedTime())
 {
-    result.dateTime = QDateTime(QDate(2026, 3, 5), QTime(14, 7, 9, 42), Qt::UTC);
+    result.dateTime = when;
     result.parent = valuesfuzz::ownToken();
-    return QByteArray(1, char(selector)) + result.write().mid(QProtocolStruct::HeaderSize);
+    return resultfuzz::seedOf(selector, result);
 }
 
 } // namespace
@@ -76,13 +75,9 @@ int main(int argc, char **argv)
         // Times in zones, whose names the reader looks up.
         ParamValuesResult zoned;
         BPVariant zonedVariant(3);
-        zonedVariant.setValue(QVariantList{QDateTime(QDate(2025, 6, 1), QTime(12, 0), QTimeZone(3600)),
-                                           QDateTime(QDate(2025, 6, 1), QTime(12, 0), QTimeZone("UTC+02:00"))});
+        zonedVariant.setValue(resultfuzz::zonedTimes());
         add(zoned, zonedVariant, false);
-        zoned.dateTime = QDateTime(QDate(2026, 3, 5), QTime(14, 7, 9), QTimeZone(-7200));
-        zoned.parent = valuesfuzz::ownToken();
-        out.add(QStringLiteral("zoned-times"),
-                QByteArray(1, char(valuesfuzz::OwnToken)) + zoned.write().mid(QProtocolStruct::HeaderSize));
+        out.add(QStringLiteral("zoned-times"), seed(valuesfuzz::OwnToken, zoned, resultfuzz::zonedSeedTime()));
     }
     {
         ParamValuesResult unknownFirst;

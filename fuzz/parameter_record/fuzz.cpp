@@ -5,14 +5,14 @@
 // from the record's first word, so that a record reaches the payload reader as often as
 // one for another parameter is refused.
 
+#include "recordfuzzing.h"
+
 #include "bpdiscrete.h"
 #include "bpdouble.h"
 #include "bpstring.h"
 #include "calclimit.h"
 #include "parambaseptr.h"
 #include "qcontainerpacket.h"
-
-#include <QtCore/QtEndian>
 
 #include <cstdint>
 
@@ -31,14 +31,8 @@ void readRecords(const QByteArray &record, unsigned int id)
 {
     Parameter parameter(id);
     ParamBasePtr handle(&parameter, true);
-    QContainerPacket packet(record);
-    // Read records back to back until one is refused or the bytes run out, as a
-    // receiver walks a result; then write what was read, as a server would.
-    while (packet.bytesLeft() > 0 && parameter.read(packet)) {
-    }
-    QByteArray out;
-    QContainerPacket writer(&out);
-    handle.write(writer);
+    recordfuzz::readRun(parameter, record);
+    recordfuzz::writeAgain(handle);
     parameter.setInvalid(0);
 }
 
@@ -50,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         return 0;
     const int kind = data[0] % 4;
     const QByteArray record(reinterpret_cast<const char *>(data + 1), static_cast<int>(size - 1));
-    const unsigned int id = record.size() >= 4 ? qFromBigEndian<quint32>(record.constData()) : 0;
+    const unsigned int id = recordfuzz::firstId(record);
 
     switch (kind) {
     case 0:

@@ -7,6 +7,7 @@
 #include "bpstring.h"
 #include "calclimit.h"
 #include "qcontainerpacket.h"
+#include "recordfuzzing.h"
 #include "seedwriter.h"
 
 namespace {
@@ -19,14 +20,7 @@ public:
     using BPDiscrete::writePrivate;
 };
 
-QByteArray withKind(char kind, const AbstractParameterBase &p, int copies = 1)
-{
-    QByteArray bytes(1, kind);
-    QContainerPacket out(&bytes);
-    for (int i = 0; i < copies; ++i)
-        p.write(out, i == 0);
-    return bytes;
-}
+using recordfuzz::withKind;
 
 QByteArray limitsRecord(const CalcLimit &limits)
 {

@@ -6,27 +6,13 @@
 // client unless the selector byte says otherwise, so that the record walk is reached.
 
 #include "fuzzsetup.h"
+#include "fuzztarget.h"
 
 #include "paramsubscriptionquery.h"
 #include "paramsubscriptionresult.h"
 
-#include <QtCore/QtEndian>
-
 #include <cstddef>
 #include <cstdint>
-
-namespace {
-
-QByteArray packetWith(const QByteArray &body)
-{
-    QByteArray packet(QProtocolStruct::HeaderSize, '\0');
-    const qint32 words[8] = {3, 1, 1, 1, qint32(body.size()), 0, 0, 0};
-    for (int i = 0; i < 8; ++i)
-        qToBigEndian<qint32>(words[i], packet.data() + 4 * i);
-    return packet + body;
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
@@ -36,22 +22,22 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     QByteArray body(reinterpret_cast<const char *>(data + 1), static_cast<int>(size - 1));
     switch (selector) {
     case subscriptionfuzz::Panel:
-        body = subscriptionfuzz::withToken(body, subscriptionfuzz::panel());
+        body = resultfuzz::withToken(body, subscriptionfuzz::panel());
         break;
     case subscriptionfuzz::Logger:
-        body = subscriptionfuzz::withToken(body, subscriptionfuzz::logger());
+        body = resultfuzz::withToken(body, subscriptionfuzz::logger());
         break;
     case subscriptionfuzz::NullToken:
-        body = subscriptionfuzz::withToken(body, nullptr);
+        body = resultfuzz::withToken(body, nullptr);
         break;
     case subscriptionfuzz::Stranger:
-        body = subscriptionfuzz::withToken(body, subscriptionfuzz::stranger());
+        body = resultfuzz::withToken(body, subscriptionfuzz::stranger());
         break;
     case subscriptionfuzz::KeepToken:
         break;
     }
 
-    const QByteArray packet = packetWith(body);
+    const QByteArray packet = fuzz::packetWith(3, 1, 1, body);
     ClientParamSubscription subscription;
     QList<QSharedPointer<AbstractParameterBase>> objects;
     subscriptionfuzz::fill(subscription, &objects);
@@ -61,7 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     subscription.allQueries();
     subscription.setState(8);
     subscription.dropFlags();
-    subscriptionfuzz::writeAll(objects);
+    resultfuzz::writeAll(objects);
 
     ParamSubscriptionResult result;
     result.setPacket(packet);

@@ -2,16 +2,15 @@
 #define SUBSCRIPTIONFUZZSETUP_H
 
 // What the subscription fuzz target and its seed program share: the clients and their
-// objects, and where the token stands in a result body.
+// objects. What it shares with the values target is in resultfuzzing.h.
+
+#include "resultfuzzing.h"
 
 #include "bpdouble.h"
 #include "bpstring.h"
 #include "bpvariant.h"
 #include "clientparamsubscription.h"
-#include "qcontainerpacket.h"
-#include "wirestream_p.h"
 
-#include <QtCore/QDateTime>
 #include <QtCore/QObject>
 
 namespace subscriptionfuzz {
@@ -60,10 +59,7 @@ inline void fill(ClientParamSubscription &subscription, QList<QSharedPointer<Abs
     add(QSharedPointer<AbstractParameterBase>(new BPString(2)), panel());
     add(QSharedPointer<AbstractParameterBase>(new BPVariant(3)), panel());
     add(QSharedPointer<AbstractParameterBase>(new BPVariant(3)), panel());
-    const QSharedPointer<BPVariant> limited = QSharedPointer<BPVariant>::create(5);
-    limited->limitsPrivate().setLowPossibleSetpoint(true, 0.0);
-    limited->limitsPrivate().setHiWarningSetpoint(true, 10.0);
-    add(limited, panel());
+    add(resultfuzz::limitedVariant(5), panel());
     add(QSharedPointer<AbstractParameterBase>(new BPDouble(6)), panel());
     add(QSharedPointer<AbstractParameterBase>(new BPVariant(6)), panel());
 
@@ -72,44 +68,6 @@ inline void fill(ClientParamSubscription &subscription, QList<QSharedPointer<Abs
     add(twice, logger());
     add(twice, logger());
     add(QSharedPointer<AbstractParameterBase>(new BPVariant(5)), logger());
-}
-
-/** Writes the record of every object, as a server relaying what it read would. */
-inline void writeAll(const QList<QSharedPointer<AbstractParameterBase>> &objects)
-{
-    QByteArray records;
-    QContainerPacket packet(&records);
-    for (const QSharedPointer<AbstractParameterBase> &object : objects)
-        object->write(packet, true);
-}
-
-/** The offset of the token field in @p body, found as the reader walks it; -1 if the body ends first. */
-inline qint64 tokenOffset(const QByteArray &body)
-{
-    QContainerPacket packet(body);
-    QList<int> ids;
-    QByteArray data;
-    QDateTime when;
-    TelorWire::readList(packet, ids);
-    packet >> data;
-    TelorWire::readDateTime(packet, when);
-    const qint64 offset = packet.position();
-    return offset + 8 <= body.size() ? offset : -1;
-}
-
-/** @p body with its token field replaced by @p token, where the field exists. */
-inline QByteArray withToken(QByteArray body, const QObject *token)
-{
-    const qint64 offset = tokenOffset(body);
-    if (offset < 0)
-        return body;
-    QByteArray field;
-    {
-        QContainerPacket writer(&field);
-        writer << static_cast<qint64>(reinterpret_cast<quintptr>(token));
-    }
-    body.replace(static_cast<int>(offset), 8, field);
-    return body;
 }
 
 } // namespace subscriptionfuzz

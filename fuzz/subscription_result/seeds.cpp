@@ -7,8 +7,6 @@
 
 #include "paramsubscriptionresult.h"
 
-#include <QtCore/QTimeZone>
-
 namespace {
 
 /** Appends the record of @p param to @p result. */
@@ -19,11 +17,12 @@ void add(ParamSubscriptionResult &result, const AbstractParameterBase &param, bo
     result.ids.append(static_cast<int>(param.getIdParameter()));
 }
 
-QByteArray seed(subscriptionfuzz::Selector selector, ParamSubscriptionResult &result)
+QByteArray seed(subscriptionfuzz::Selector selector, ParamSubscriptionResult &result,
+               const QDateTime &when = resultfuzz::seedTime())
 {
-    result.dateTime = QDateTime(QDate(2026, 3, 5), QTime(14, 7, 9, 42), Qt::UTC);
+    result.dateTime = when;
     result.setParent(subscriptionfuzz::panel());
-    return QByteArray(1, char(selector)) + result.write().mid(QProtocolStruct::HeaderSize);
+    return resultfuzz::seedOf(selector, result);
 }
 
 } // namespace
@@ -90,13 +89,10 @@ int main(int argc, char **argv)
         // Times in zones, whose names the reader looks up.
         ParamSubscriptionResult zoned;
         BPVariant zonedVariant(3);
-        zonedVariant.setValue(QVariantList{QDateTime(QDate(2025, 6, 1), QTime(12, 0), QTimeZone(3600)),
-                                           QDateTime(QDate(2025, 6, 1), QTime(12, 0), QTimeZone("UTC+02:00"))});
+        zonedVariant.setValue(resultfuzz::zonedTimes());
         add(zoned, zonedVariant, false);
-        zoned.dateTime = QDateTime(QDate(2026, 3, 5), QTime(14, 7, 9), QTimeZone(-7200));
-        zoned.setParent(subscriptionfuzz::panel());
         out.add(QStringLiteral("zoned-times"),
-                QByteArray(1, char(subscriptionfuzz::Panel)) + zoned.write().mid(QProtocolStruct::HeaderSize));
+                seed(subscriptionfuzz::Panel, zoned, resultfuzz::zonedSeedTime()));
     }
     {
         ParamSubscriptionResult empty;

@@ -2,6 +2,8 @@
 // what it read, and checks the answers against the same bytes read by Qt's own QHash and
 // QSet operators (which reserve nothing ahead for these containers). A difference traps.
 
+#include "fuzztarget.h"
+
 #include "telortagobject.h"
 
 #include <QtCore/QDataStream>
@@ -11,15 +13,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace {
-
-void check(bool condition)
-{
-    if (!condition)
-        __builtin_trap();
-}
-
-} // namespace
+using fuzz::check;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
