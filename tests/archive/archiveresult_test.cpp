@@ -14,6 +14,7 @@ using archivetest::tokenOf;
 using archivetest::utc;
 using archivetest::writeSeries;
 using telortest::bodyOf;
+using telortest::identityOf;
 using telortest::packetBytes;
 using telortest::plainBytes;
 
@@ -77,10 +78,7 @@ const QList<Point> onePoint = {{utc(2025, 9, 1, 0, 0, 2), QVariant(QStringLitera
 TEST(ArchiveResult, NewResultIsEmptyAndHasNoIdentity)
 {
     const ArchiveResult result;
-    const QProtocolHeader header = result.getHeader();
-    EXPECT_EQ(header.serviceId, 0);
-    EXPECT_EQ(header.messageId, 0);
-    EXPECT_EQ(header.messageType, 0);
+    EXPECT_EQ(identityOf(result), (QList<qint32>{0, 0, 0}));
     EXPECT_TRUE(result.params.isEmpty());
     EXPECT_EQ(result.parent(), nullptr);
     EXPECT_EQ(result.piecesCount(), 0);

@@ -27,21 +27,11 @@ namespace infotest {
 
 using Tags = QHash<QString, QString>;
 
-/** Qt's form of a QHash<QString, QString>, written pair by pair from the last entry to the first. */
-inline void plainTags(QDataStream &s, const Tags &tags)
-{
-    s << quint32(tags.size());
-    const QList<QString> keys = tags.keys();
-    const QList<QString> values = tags.values();
-    for (int i = keys.size() - 1; i >= 0; --i)
-        s << keys.at(i) << values.at(i);
-}
-
 /** A group node written field by field: type, flag, tags, count, children, count again. */
 inline void plainNode(QDataStream &s, const ParamGroupItem &node)
 {
     s << qint32(node.type) << node.flag;
-    plainTags(s, node.tags);
+    telortest::plainHash(s, node.tags);
     s << qint32(node.children.size());
     for (const ParamGroupItem *child : node.children)
         plainNode(s, *child);
@@ -67,7 +57,7 @@ inline void plainTranslations(QDataStream &s, const QHash<int, TranslationItemNe
     const QList<TranslationItemNew> values = table.values();
     for (int i = keys.size() - 1; i >= 0; --i) {
         s << qint32(keys.at(i));
-        plainTags(s, values.at(i));
+        telortest::plainHash(s, values.at(i));
     }
 }
 

@@ -13,6 +13,7 @@
 #include <algorithm>
 
 using telortest::plainBytes;
+using telortest::valuesOf;
 
 namespace {
 
@@ -59,16 +60,6 @@ EventTypeInfoStruct pump()
     event.id = 65535;
     event.messages.insert(44, translation(QStringLiteral("Started"), QStringLiteral("de"), QStringLiteral("An")));
     return event;
-}
-
-/** Every value under @p key, the one read last first, as a lookup finds them. */
-template<typename K, typename V>
-QList<V> valuesOf(const QHash<K, V> &hash, const K &key)
-{
-    QList<V> all;
-    for (auto it = hash.constFind(key); it != hash.constEnd() && it.key() == key; ++it)
-        all.append(it.value());
-    return all;
 }
 
 void expectSame(const EventTypeInfoStruct &a, const EventTypeInfoStruct &b)

@@ -12,6 +12,7 @@
 #include <algorithm>
 
 using telortest::plainBytes;
+using telortest::valuesOf;
 
 namespace {
 
@@ -67,16 +68,6 @@ QList<QPair<int, QList<QPair<QString, QString>>>> entries(const QHash<int, QHash
             pairs.append(qMakePair(pair.key(), pair.value()));
         all.append(qMakePair(it.key(), pairs));
     }
-    return all;
-}
-
-/** Every value under @p key, the one read last first, as a lookup finds them. */
-template<typename K, typename V>
-QList<V> valuesOf(const QHash<K, V> &hash, const K &key)
-{
-    QList<V> all;
-    for (auto it = hash.constFind(key); it != hash.constEnd() && it.key() == key; ++it)
-        all.append(it.value());
     return all;
 }
 

@@ -82,9 +82,7 @@ TEST(ClientSubscription, QueryForUnknownClientHasNullToken)
     EXPECT_EQ(query.parent(), nullptr);
     EXPECT_TRUE(query.ids.isEmpty());
     EXPECT_TRUE(query.refreshIds.isEmpty());
-    EXPECT_EQ(query.getHeader().serviceId, 3);
-    EXPECT_EQ(query.getHeader().messageId, 1);
-    EXPECT_EQ(query.getHeader().messageType, 1);
+    EXPECT_EQ(identityOf(query), (QList<qint32>{3, 1, 1}));
 }
 
 TEST(ClientSubscription, QueryStatesTheWholeWish)

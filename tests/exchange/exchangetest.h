@@ -5,6 +5,7 @@
 // QDataStream writes, field by field, as a server would put them on the wire; nothing
 // here uses the library's writers.
 
+#include "messageheader.h"
 #include "telortest.h"
 
 #include "qprotocolstruct.h"
@@ -16,7 +17,9 @@
 
 namespace exchangetest {
 
+using telortest::identityOf;
 using telortest::plainBytes;
+using telortest::routeOf;
 
 /** The wire form of a client token. */
 inline qint64 tokenOf(const QObject *client)

@@ -44,10 +44,7 @@ QByteArray doubleEntry(qint32 id, qint32 state, double value)
 TEST(ValuesQuery, IdentityAndDefaults)
 {
     ParamValuesQuery query;
-    const QProtocolHeader header = query.getHeader();
-    EXPECT_EQ(header.serviceId, 3);
-    EXPECT_EQ(header.messageId, 8);
-    EXPECT_EQ(header.messageType, 1);
+    EXPECT_EQ(identityOf(query), (QList<qint32>{3, 8, 1}));
     EXPECT_EQ(query.parent, nullptr);
     EXPECT_TRUE(query.ids.isEmpty());
 }
@@ -108,10 +105,7 @@ TEST(ValuesQuery, HugeCountReadsAsEmpty)
 TEST(ValuesResult, HeaderIsNotStamped)
 {
     ParamValuesResult result;
-    const QProtocolHeader header = result.getHeader();
-    EXPECT_EQ(header.serviceId, 0);
-    EXPECT_EQ(header.messageId, 0);
-    EXPECT_EQ(header.messageType, 0);
+    EXPECT_EQ(identityOf(result), (QList<qint32>{0, 0, 0}));
     EXPECT_TRUE(result.ids.isEmpty());
     EXPECT_TRUE(result.data.isEmpty());
     EXPECT_TRUE(result.dateTime.isNull());
@@ -137,9 +131,7 @@ TEST(ValuesResult, TakesItsIdentityFromThePacket)
     QObject client;
     const ParamValuesResult result =
         receivedValues(valuesResultBody({}, QByteArray(), answerTime(), tokenOf(&client)));
-    EXPECT_EQ(result.getHeader().serviceId, 3);
-    EXPECT_EQ(result.getHeader().messageId, 8);
-    EXPECT_EQ(result.getHeader().messageType, 1);
+    EXPECT_EQ(identityOf(result), (QList<qint32>{3, 8, 1}));
     EXPECT_EQ(result.getQObject(), &client);
     EXPECT_EQ(result.dateTime, answerTime());
 }
