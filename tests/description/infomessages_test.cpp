@@ -12,11 +12,11 @@
 
 #include <gtest/gtest.h>
 
-using desctest::plainInfo;
-using infotest::plainInfos;
+using infotest::plainCountedInfos;
 using infotest::readBody;
 using infotest::receive;
 using infotest::roundTrip;
+using infotest::typeless;
 using telortest::bodyOf;
 using telortest::headerWords;
 using telortest::identityOf;
@@ -36,13 +36,6 @@ void expectSameInfos(const QList<ParamInfo> &got, const QList<ParamInfo> &expect
     ASSERT_EQ(got.size(), expected.size());
     for (int i = 0; i < got.size(); ++i)
         EXPECT_TRUE(infotest::sameInfo(got.at(i), expected.at(i))) << "record " << i;
-}
-
-ParamInfo typeless(unsigned int id)
-{
-    ParamInfo info = desctest::sampleScalar(id);
-    info.type = 0;
-    return info;
 }
 
 } // namespace
@@ -106,10 +99,7 @@ TEST(ParamInfoChanged, BodyIsTheCountThenEachRecord)
 {
     ParamInfoChanged changed;
     changed.params = sampleInfos();
-    const QByteArray body = plainBytes([](QDataStream &s) {
-        s << qint32(3);
-        plainInfos(s, sampleInfos());
-    });
+    const QByteArray body = plainCountedInfos(sampleInfos());
     const QByteArray packet = changed.write();
     EXPECT_EQ(bodyOf(packet), body);
     EXPECT_EQ(packet, packetBytes(2, 5, 4, body));
@@ -127,11 +117,7 @@ TEST(ParamInfoChanged, RoundTrip)
 
 TEST(ParamInfoChanged, FromAServer)
 {
-    const QByteArray body = plainBytes([](QDataStream &s) {
-        s << qint32(2);
-        plainInfo(s, desctest::sampleStatusWord(7));
-        plainInfo(s, desctest::sampleScalar(8));
-    });
+    const QByteArray body = plainCountedInfos({desctest::sampleStatusWord(7), desctest::sampleScalar(8)});
     ParamInfoChanged changed;
     LogCapture log;
     EXPECT_TRUE(receive(changed, 2, 5, 4, body));
@@ -156,10 +142,7 @@ TEST(ParamInfoChanged, NegativeCountIsRefusedWithoutALogLine)
 {
     ParamInfoChanged changed;
     LogCapture log;
-    const QByteArray body = plainBytes([](QDataStream &s) {
-        s << qint32(-1);
-        plainInfo(s, desctest::sampleScalar(1));
-    });
+    const QByteArray body = plainCountedInfos(-1, {desctest::sampleScalar(1)});
     unsigned int position = 0;
     EXPECT_FALSE(readBody(changed, body, &position));
     EXPECT_EQ(position, 4u);
@@ -177,11 +160,7 @@ TEST(ParamInfoChanged, EmptyBodyIsRefused)
 
 TEST(ParamInfoChanged, SecondRecordWithoutTypeKeepsTheFirstAndLogsOneLine)
 {
-    const QByteArray body = plainBytes([](QDataStream &s) {
-        s << qint32(2);
-        plainInfo(s, desctest::sampleScalar(1));
-        plainInfo(s, typeless(2));
-    });
+    const QByteArray body = plainCountedInfos({desctest::sampleScalar(1), typeless(2)});
     ParamInfoChanged changed;
     LogCapture log;
     EXPECT_FALSE(receive(changed, 2, 5, 4, body));
@@ -192,12 +171,7 @@ TEST(ParamInfoChanged, SecondRecordWithoutTypeKeepsTheFirstAndLogsOneLine)
 TEST(ParamInfoChanged, FirstBadRecordEndsTheMessage)
 {
     // The second of three records fails; the third, although well formed, is not read.
-    const QByteArray body = plainBytes([](QDataStream &s) {
-        s << qint32(3);
-        plainInfo(s, desctest::sampleScalar(1));
-        plainInfo(s, typeless(2));
-        plainInfo(s, desctest::sampleScalar(3));
-    });
+    const QByteArray body = plainCountedInfos({desctest::sampleScalar(1), typeless(2), desctest::sampleScalar(3)});
     ParamInfoChanged changed;
     LogCapture log;
     EXPECT_FALSE(readBody(changed, body));
@@ -211,10 +185,7 @@ TEST(ParamInfoChanged, RecordRefusedInsideIsLoggedToo)
     // A bit field flag of 2 makes the record refuse its data halfway.
     ParamInfo broken = desctest::sampleScalar(2);
     broken.bitField.enabled = 2;
-    const QByteArray body = plainBytes([&broken](QDataStream &s) {
-        s << qint32(1);
-        plainInfo(s, broken);
-    });
+    const QByteArray body = plainCountedInfos({broken});
     ParamInfoChanged changed;
     LogCapture log;
     EXPECT_FALSE(readBody(changed, body));
@@ -224,11 +195,7 @@ TEST(ParamInfoChanged, RecordRefusedInsideIsLoggedToo)
 
 TEST(ParamInfoChanged, MoreRecordsAnnouncedThanSentFailsAtTheFirstMissingOne)
 {
-    const QByteArray body = plainBytes([](QDataStream &s) {
-        s << qint32(3);
-        plainInfo(s, desctest::sampleScalar(1));
-        plainInfo(s, desctest::sampleScalar(2));
-    });
+    const QByteArray body = plainCountedInfos(3, {desctest::sampleScalar(1), desctest::sampleScalar(2)});
     ParamInfoChanged changed;
     LogCapture log;
     EXPECT_FALSE(readBody(changed, body));
@@ -240,10 +207,7 @@ TEST(ParamInfoChanged, ReadingIntoAUsedMessageAppends)
 {
     ParamInfoChanged changed;
     changed.params.append(desctest::sampleScalar(1));
-    const QByteArray body = plainBytes([](QDataStream &s) {
-        s << qint32(1);
-        plainInfo(s, desctest::sampleScalar(2));
-    });
+    const QByteArray body = plainCountedInfos({desctest::sampleScalar(2)});
     EXPECT_TRUE(readBody(changed, body));
     ASSERT_EQ(changed.params.size(), 2);
     EXPECT_EQ(changed.params.at(0).id, 1u);
@@ -267,10 +231,7 @@ TEST(ParamInfoChanged, LogLineIsOnTheDefaultCategory)
     };
     Seen::lines().clear();
     const QtMessageHandler previous = qInstallMessageHandler(&Seen::handler);
-    const QByteArray body = plainBytes([](QDataStream &s) {
-        s << qint32(1);
-        plainInfo(s, typeless(1));
-    });
+    const QByteArray body = plainCountedInfos({typeless(1)});
     ParamInfoChanged changed;
     const bool result = readBody(changed, body);
     qInstallMessageHandler(previous);
@@ -319,10 +280,7 @@ TEST(ParamInfoAdded, RoundTripAndServerPacket)
     expectSameInfos(in.params, sampleInfos());
     EXPECT_EQ(identityOf(in), (QList<qint32>{2, 7, 4}));
 
-    const QByteArray body = plainBytes([](QDataStream &s) {
-        s << qint32(1);
-        plainInfo(s, desctest::sampleScalar(9));
-    });
+    const QByteArray body = plainCountedInfos({desctest::sampleScalar(9)});
     ParamInfoAdded fromServer;
     EXPECT_TRUE(receive(fromServer, 2, 7, 4, body));
     expectSameInfos(fromServer.params, {desctest::sampleScalar(9)});
@@ -335,11 +293,7 @@ TEST(ParamInfoAdded, RefusesAsAChangeNoticeDoes)
     EXPECT_FALSE(receive(added, 2, 7, 4, plainBytes([](QDataStream &s) { s << qint32(0); })));
     EXPECT_TRUE(log.captured().isEmpty());
     ParamInfoAdded second;
-    EXPECT_FALSE(receive(second, 2, 7, 4, plainBytes([](QDataStream &s) {
-        s << qint32(2);
-        plainInfo(s, desctest::sampleScalar(1));
-        plainInfo(s, typeless(2));
-    })));
+    EXPECT_FALSE(receive(second, 2, 7, 4, plainCountedInfos({desctest::sampleScalar(1), typeless(2)})));
     EXPECT_EQ(log.captured(), QStringList{QStringLiteral("Error reading ParamInfo")});
     EXPECT_EQ(second.params.size(), 1);
 }
@@ -348,10 +302,7 @@ TEST(ParamInfoAdded, ReadThroughTheBaseIsTheBaseReader)
 {
     ParamInfoAdded added;
     QProtocolStruct &message = added;
-    const QByteArray body = plainBytes([](QDataStream &s) {
-        s << qint32(1);
-        plainInfo(s, desctest::sampleScalar(4));
-    });
+    const QByteArray body = plainCountedInfos({desctest::sampleScalar(4)});
     message.setPacket(packetBytes(2, 7, 4, body));
     EXPECT_TRUE(message.read());
     EXPECT_EQ(added.params.size(), 1);

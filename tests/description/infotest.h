@@ -205,6 +205,38 @@ inline void plainInfos(QDataStream &s, const QList<ParamInfo> &infos)
         desctest::plainInfo(s, info);
 }
 
+/**
+ * A count, then the descriptions by plain writes: the body of a change notice, and the
+ * start of a list's body. The count says @p count records, whatever follows it.
+ */
+inline QByteArray plainCountedInfos(qint32 count, const QList<ParamInfo> &infos)
+{
+    return telortest::plainBytes([&](QDataStream &s) {
+        s << count;
+        plainInfos(s, infos);
+    });
+}
+
+/** The same with the count of the records that follow. */
+inline QByteArray plainCountedInfos(const QList<ParamInfo> &infos)
+{
+    return plainCountedInfos(qint32(infos.size()), infos);
+}
+
+/** The bytes of an empty group root: no type, no flag, no tags, no children. */
+inline void plainEmptyRoot(QDataStream &s)
+{
+    s << qint32(0) << false << quint32(0) << qint32(0) << qint32(0);
+}
+
+/** A description the reader refuses: a scalar whose type is 0. */
+inline ParamInfo typeless(unsigned int id)
+{
+    ParamInfo info = desctest::sampleScalar(id);
+    info.type = 0;
+    return info;
+}
+
 /** Reads @p message from a packet built as a server builds it, with a route of its own. */
 template<typename Message>
 bool receive(Message &message, qint32 serviceId, qint32 messageId, qint32 messageType, const QByteArray &body)
