@@ -14,8 +14,10 @@
 using archivetest::tokenOf;
 using archivetest::utc;
 using telortest::bodyOf;
+using telortest::identityOf;
 using telortest::packetBytes;
 using telortest::plainBytes;
+using telortest::routeOf;
 
 namespace {
 
@@ -47,10 +49,7 @@ TEST(ArchiveQuery, NewQueryHasIdentityAndDefaults)
 {
     QObject client;
     const ArchiveQuery query(&client);
-    const QProtocolHeader header = query.getHeader();
-    EXPECT_EQ(header.serviceId, 3);
-    EXPECT_EQ(header.messageId, 7);
-    EXPECT_EQ(header.messageType, 1);
+    EXPECT_EQ(identityOf(query), (QList<qint32>{3, 7, 1}));
     EXPECT_EQ(query.parent(), &client);
     EXPECT_TRUE(query.beginTime.isNull());
     EXPECT_TRUE(query.endTime.isNull());
@@ -339,13 +338,8 @@ TEST(ArchiveQuery, CopyConstructorCopiesTheHeader)
     received.setRoute(11, 22, 33);
 
     const ArchiveQuery copy(received);
-    const QProtocolHeader header = copy.getHeader();
-    EXPECT_EQ(header.serviceId, 5);
-    EXPECT_EQ(header.messageId, 70);
-    EXPECT_EQ(header.messageType, 9);
-    EXPECT_EQ(header.source, 11);
-    EXPECT_EQ(header.session, 22);
-    EXPECT_EQ(header.sequence, 33);
+    EXPECT_EQ(identityOf(copy), (QList<qint32>{5, 70, 9}));
+    EXPECT_EQ(routeOf(copy), (QList<qint32>{11, 22, 33}));
 }
 
 TEST(ArchiveQuery, SectionConstructorCopiesTheHeader)
@@ -355,13 +349,8 @@ TEST(ArchiveQuery, SectionConstructorCopiesTheHeader)
     received.setRoute(-1, 2, -3);
 
     const ArchiveQuery section(received, 1, 2, 3, {4}, 5);
-    const QProtocolHeader header = section.getHeader();
-    EXPECT_EQ(header.serviceId, 6);
-    EXPECT_EQ(header.messageId, 71);
-    EXPECT_EQ(header.messageType, 8);
-    EXPECT_EQ(header.source, -1);
-    EXPECT_EQ(header.session, 2);
-    EXPECT_EQ(header.sequence, -3);
+    EXPECT_EQ(identityOf(section), (QList<qint32>{6, 71, 8}));
+    EXPECT_EQ(routeOf(section), (QList<qint32>{-1, 2, -3}));
 }
 
 TEST(ArchiveQuery, SectionTakesFlagsTokenAndOptionsButNoTimesIdsOrLastValues)

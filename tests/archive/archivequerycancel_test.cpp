@@ -11,17 +11,16 @@
 
 using archivetest::tokenOf;
 using telortest::bodyOf;
+using telortest::identityOf;
 using telortest::packetBytes;
 using telortest::plainBytes;
+using telortest::routeOf;
 
 TEST(ArchiveQueryCancel, FromASenderHasItsOwnIdentity)
 {
     QObject client;
     const ArchiveQueryCancel cancel(&client);
-    const QProtocolHeader header = cancel.getHeader();
-    EXPECT_EQ(header.serviceId, 3);
-    EXPECT_EQ(header.messageId, 10);
-    EXPECT_EQ(header.messageType, 1);
+    EXPECT_EQ(identityOf(cancel), (QList<qint32>{3, 10, 1}));
     EXPECT_EQ(cancel.sender(), &client);
 }
 
@@ -30,10 +29,7 @@ TEST(ArchiveQueryCancel, FromAQueryHasMessageId10)
     QObject client;
     const ArchiveQuery query(&client);
     const ArchiveQueryCancel cancel(query);
-    const QProtocolHeader header = cancel.getHeader();
-    EXPECT_EQ(header.serviceId, 3);
-    EXPECT_EQ(header.messageId, 10);
-    EXPECT_EQ(header.messageType, 1);
+    EXPECT_EQ(identityOf(cancel), (QList<qint32>{3, 10, 1}));
     EXPECT_EQ(cancel.sender(), &client);
 }
 
@@ -45,13 +41,8 @@ TEST(ArchiveQueryCancel, FromAQueryKeepsWhatReplyToGaveTheOtherWords)
     ASSERT_TRUE(query.read());
 
     const ArchiveQueryCancel cancel(query);
-    const QProtocolHeader header = cancel.getHeader();
-    EXPECT_EQ(header.serviceId, 4);
-    EXPECT_EQ(header.messageId, 10);
-    EXPECT_EQ(header.messageType, 6);
-    EXPECT_EQ(header.source, 101);
-    EXPECT_EQ(header.session, 202);
-    EXPECT_EQ(header.sequence, 303);
+    EXPECT_EQ(identityOf(cancel), (QList<qint32>{4, 10, 6}));
+    EXPECT_EQ(routeOf(cancel), (QList<qint32>{101, 202, 303}));
     EXPECT_EQ(tokenOf(cancel.sender()), 0x4242);
 }
 

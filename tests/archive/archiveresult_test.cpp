@@ -14,6 +14,7 @@ using archivetest::tokenOf;
 using archivetest::utc;
 using archivetest::writeSeries;
 using telortest::bodyOf;
+using telortest::identityOf;
 using telortest::packetBytes;
 using telortest::plainBytes;
 
@@ -33,6 +34,13 @@ struct Fixed
 void writeFixed(QDataStream &s, qint32 entries, const Fixed &f)
 {
     s << entries << f.token << f.piecesCount << f.pieceNumber << f.fileName << f.auxId << f.idQuery;
+}
+
+/** An entry that holds a series: its key, the flag 1, then the series under the key as its id. */
+void writeEntry(QDataStream &s, qint32 key, qint32 auxValue, const QList<Point> &points)
+{
+    s << key << quint8(1);
+    writeSeries(s, key, auxValue, points);
 }
 
 /** Reads @p body into @p result as a client does with a server's packet. */
@@ -77,10 +85,7 @@ const QList<Point> onePoint = {{utc(2025, 9, 1, 0, 0, 2), QVariant(QStringLitera
 TEST(ArchiveResult, NewResultIsEmptyAndHasNoIdentity)
 {
     const ArchiveResult result;
-    const QProtocolHeader header = result.getHeader();
-    EXPECT_EQ(header.serviceId, 0);
-    EXPECT_EQ(header.messageId, 0);
-    EXPECT_EQ(header.messageType, 0);
+    EXPECT_EQ(identityOf(result), (QList<qint32>{0, 0, 0}));
     EXPECT_TRUE(result.params.isEmpty());
     EXPECT_EQ(result.parent(), nullptr);
     EXPECT_EQ(result.piecesCount(), 0);
@@ -113,12 +118,9 @@ TEST(ArchiveResult, BodyMatchesPlainWritesWithEntriesByAscendingKey)
     fixed.idQuery = 77;
     const QByteArray expected = plainBytes([&](QDataStream &s) {
         writeFixed(s, 3, fixed);
-        s << qint32(-5) << quint8(1);
-        writeSeries(s, -5, 0, onePoint);
-        s << qint32(7) << quint8(1);
-        writeSeries(s, 7, 2, {});
-        s << qint32(20) << quint8(1);
-        writeSeries(s, 20, 1, twoPoints);
+        writeEntry(s, -5, 0, onePoint);
+        writeEntry(s, 7, 2, {});
+        writeEntry(s, 20, 1, twoPoints);
     });
     const QByteArray packet = result.write();
     EXPECT_EQ(bodyOf(packet), expected);
@@ -133,8 +135,7 @@ TEST(ArchiveResult, NullEntryIsWrittenAsItsKeyAndFlagZero)
     const QByteArray expected = plainBytes([](QDataStream &s) {
         writeFixed(s, 2, Fixed());
         s << qint32(4) << quint8(0);
-        s << qint32(5) << quint8(1);
-        writeSeries(s, 5, 0, onePoint);
+        writeEntry(s, 5, 0, onePoint);
     });
     EXPECT_EQ(bodyOf(result.write()), expected);
 }
@@ -186,10 +187,8 @@ TEST(ArchiveResult, ServerPacketReadsFixedFieldsAndSeries)
     ArchiveResult result;
     ASSERT_TRUE(readInto(result, plainBytes([&](QDataStream &s) {
         writeFixed(s, 2, fixed);
-        s << qint32(11) << quint8(1);
-        writeSeries(s, 11, 0, twoPoints);
-        s << qint32(12) << quint8(1);
-        writeSeries(s, 12, 0, onePoint);
+        writeEntry(s, 11, 0, twoPoints);
+        writeEntry(s, 12, 0, onePoint);
     })));
     EXPECT_EQ(tokenOf(result.parent()), 0x7766554433221100LL);
     EXPECT_EQ(result.piecesCount(), 4);
@@ -227,8 +226,7 @@ TEST(ArchiveResult, NegativeCountReadsTheFixedFieldsAndNoEntry)
     fixed.pieceNumber = 6;
     ASSERT_TRUE(readInto(result, plainBytes([&](QDataStream &s) {
         writeFixed(s, -1, fixed);
-        s << qint32(1) << quint8(1);
-        writeSeries(s, 1, 0, onePoint);
+        writeEntry(s, 1, 0, onePoint);
     })));
     EXPECT_EQ(result.pieceNumber(), 6);
     EXPECT_TRUE(result.params.isEmpty());
@@ -240,8 +238,7 @@ TEST(ArchiveResult, EntryWithFlagZeroLeavesNoTrace)
     ASSERT_TRUE(readInto(result, plainBytes([](QDataStream &s) {
         writeFixed(s, 3, Fixed());
         s << qint32(1) << quint8(0);
-        s << qint32(2) << quint8(1);
-        writeSeries(s, 2, 0, onePoint);
+        writeEntry(s, 2, 0, onePoint);
         s << qint32(3) << quint8(0);
     })));
     EXPECT_EQ(result.params.keys(), (QList<int>{2}));
@@ -268,11 +265,9 @@ TEST(ArchiveResult, SeriesWithAWrongClosingWordFailsAndEarlierSeriesStay)
     ArchiveResult result;
     EXPECT_FALSE(readInto(result, plainBytes([](QDataStream &s) {
         writeFixed(s, 3, Fixed());
-        s << qint32(1) << quint8(1);
-        writeSeries(s, 1, 0, onePoint);
+        writeEntry(s, 1, 0, onePoint);
         s << qint32(2) << quint8(1) << qint32(2) << qint32(0) << qint32(0) << qint32(3); // closes with 3
-        s << qint32(4) << quint8(1);
-        writeSeries(s, 4, 0, onePoint);
+        writeEntry(s, 4, 0, onePoint);
     })));
     ASSERT_NE(result.getParam(1), nullptr);
     EXPECT_EQ(result.getParam(1)->getData().size(), 1);
@@ -286,8 +281,7 @@ TEST(ArchiveResult, NullParentIsNoFailure)
     ArchiveResult result;
     EXPECT_TRUE(readInto(result, plainBytes([](QDataStream &s) {
         writeFixed(s, 1, Fixed());
-        s << qint32(1) << quint8(1);
-        writeSeries(s, 1, 0, onePoint);
+        writeEntry(s, 1, 0, onePoint);
     })));
     EXPECT_EQ(result.parent(), nullptr);
     EXPECT_NE(result.getParam(1), nullptr);
@@ -298,10 +292,8 @@ TEST(ArchiveResult, IdentifierAboveIntRangeIsLookedUpAsTheNegativeKey)
     ArchiveResult result;
     ASSERT_TRUE(readInto(result, plainBytes([](QDataStream &s) {
         writeFixed(s, 2, Fixed());
-        s << qint32(-2) << quint8(1);
-        writeSeries(s, -2, 0, onePoint);
-        s << qint32(0x7FFFFFFF) << quint8(1);
-        writeSeries(s, 0x7FFFFFFF, 0, twoPoints);
+        writeEntry(s, -2, 0, onePoint);
+        writeEntry(s, 0x7FFFFFFF, 0, twoPoints);
     })));
     ASSERT_NE(result.getParam(0xFFFFFFFEu), nullptr);
     EXPECT_EQ(result.getParam(0xFFFFFFFEu), result.params.value(-2));
@@ -315,8 +307,7 @@ TEST(ArchiveResult, RepeatedKeyTakesThePlaceOfTheOldSeries)
     ArchiveResult result;
     ASSERT_TRUE(readInto(result, plainBytes([](QDataStream &s) {
         writeFixed(s, 2, Fixed());
-        s << qint32(6) << quint8(1);
-        writeSeries(s, 6, 0, twoPoints);
+        writeEntry(s, 6, 0, twoPoints);
         s << qint32(6) << quint8(1);
         writeSeries(s, 60, 1, onePoint);
     })));
@@ -334,10 +325,8 @@ TEST(ArchiveResult, ReadingAddsToWhatTheResultHolds)
     result.setParam(2, new CountedSeries(&deaths));
     ASSERT_TRUE(readInto(result, plainBytes([](QDataStream &s) {
         writeFixed(s, 2, Fixed());
-        s << qint32(2) << quint8(1);
-        writeSeries(s, 2, 0, onePoint);
-        s << qint32(3) << quint8(1);
-        writeSeries(s, 3, 0, onePoint);
+        writeEntry(s, 2, 0, onePoint);
+        writeEntry(s, 3, 0, onePoint);
     })));
     EXPECT_EQ(result.params.keys(), (QList<int>{1, 2, 3}));
     EXPECT_EQ(deaths, 1); // the series under 2 was replaced and freed
@@ -382,8 +371,7 @@ TEST(ArchiveResult, HugeEntryCountEndsWithTheBody)
     ArchiveResult result;
     EXPECT_TRUE(readInto(result, plainBytes([](QDataStream &s) {
         writeFixed(s, 0x7FFFFFFF, Fixed());
-        s << qint32(1) << quint8(1);
-        writeSeries(s, 1, 0, onePoint);
+        writeEntry(s, 1, 0, onePoint);
     })));
     EXPECT_EQ(result.params.keys(), (QList<int>{1}));
 }

@@ -4,6 +4,7 @@
 // Helpers shared by the archive tests: the token's wire word and points and series
 // written by plain QDataStream writes, independently of the library's writers.
 
+#include "messageheader.h"
 #include "telortest.h"
 
 #include <QtCore/QDataStream>

@@ -1,12 +1,15 @@
 #ifndef TELORTEST_H
 #define TELORTEST_H
 
-// Helpers shared by the unit tests: independent byte builders and log capture.
+// Helpers shared by the unit tests: independent byte builders, the values of a repeated
+// hash key, and log capture.
 // Nothing here uses the library's own writers, so that a test compares the library's
 // bytes with bytes built another way.
 
 #include <QtCore/QByteArray>
 #include <QtCore/QDataStream>
+#include <QtCore/QHash>
+#include <QtCore/QList>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 #include <QtCore/QtEndian>
@@ -36,6 +39,33 @@ inline QByteArray packetBytes(qint32 serviceId, qint32 messageId, qint32 message
     for (int i = 0; i < 8; ++i)
         qToBigEndian<qint32>(words[i], bytes.data() + 4 * i);
     return bytes + body;
+}
+
+/**
+ * Qt's form of a QHash written pair by pair: the count, then the pairs from the hash's
+ * last entry to its first, which is the order in which Qt's own operator writes them.
+ */
+template<typename Key, typename Value>
+void plainHash(QDataStream &s, const QHash<Key, Value> &hash)
+{
+    s << quint32(hash.size());
+    const QList<Key> keys = hash.keys(); // iteration order, one key per entry
+    const QList<Value> values = hash.values();
+    for (int i = keys.size() - 1; i >= 0; --i)
+        s << keys.at(i) << values.at(i);
+}
+
+/**
+ * Every value under @p key, the one read last first, as a lookup finds them (a QHash keeps
+ * every entry of a repeated key that a reader inserts).
+ */
+template<typename K, typename V>
+QList<V> valuesOf(const QHash<K, V> &hash, const K &key)
+{
+    QList<V> all;
+    for (auto it = hash.constFind(key); it != hash.constEnd() && it.key() == key; ++it)
+        all.append(it.value());
+    return all;
 }
 
 /** Everything after the 32-byte header of a packet. */

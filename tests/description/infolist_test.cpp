@@ -2,6 +2,7 @@
 // packets built as a server builds them, and every check of its reader.
 
 #include "infotest.h"
+#include "messageheader.h"
 
 #include "paraminfolist.h"
 #include "paraminfoquery.h"
@@ -13,6 +14,7 @@
 using desctest::plainInfo;
 using infotest::plainEventType;
 using infotest::plainInfos;
+using infotest::plainEmptyRoot;
 using infotest::plainNode;
 using infotest::plainTranslations;
 using infotest::readBody;
@@ -20,7 +22,9 @@ using infotest::receive;
 using infotest::roundTrip;
 using infotest::sameEventType;
 using infotest::sameTree;
+using infotest::typeless;
 using telortest::bodyOf;
+using telortest::identityOf;
 using telortest::LogCapture;
 using telortest::packetBytes;
 using telortest::plainBytes;
@@ -30,13 +34,6 @@ namespace {
 QList<ParamInfo> sampleInfos()
 {
     return {desctest::sampleScalar(101), desctest::sampleStatusWord(102), desctest::sampleField(103, 2, 1)};
-}
-
-ParamInfo typeless(unsigned int id)
-{
-    ParamInfo info = desctest::sampleScalar(id);
-    info.type = 0;
-    return info;
 }
 
 /** A list that uses every part of the message. */
@@ -53,27 +50,28 @@ void fill(ParamInfoList &list)
     list.translations.insert(-7, TranslationItemNew(QStringLiteral("en"), QStringLiteral("Minus seven")));
 }
 
-/** The body of @p list, written field by field in the order of the wire. */
-QByteArray plainBody(const ParamInfoList &list)
+/** The descriptions of @p list with their count before and after them, then its group tree. */
+QByteArray plainBodyToTheTree(const ParamInfoList &list)
 {
     return plainBytes([&list](QDataStream &s) {
         s << qint32(list.params.size());
         plainInfos(s, list.params);
         s << qint32(list.params.size());
         plainNode(s, list.rootItem);
-        s << qint32(list.eventTypes.size());
-        const QList<unsigned int> keys = list.eventTypes.keys();
-        for (unsigned int key : keys)
-            plainEventType(s, list.eventTypes.value(key));
-        s << list.rawData;
-        plainTranslations(s, list.translations);
     });
 }
 
-/** The bytes of an empty group root. */
-void plainEmptyRoot(QDataStream &s)
+/** The body of @p list, written field by field in the order of the wire. */
+QByteArray plainBody(const ParamInfoList &list)
 {
-    s << qint32(0) << false << quint32(0) << qint32(0) << qint32(0);
+    return plainBodyToTheTree(list) + plainBytes([&list](QDataStream &s) {
+               s << qint32(list.eventTypes.size());
+               const QList<unsigned int> keys = list.eventTypes.keys();
+               for (unsigned int key : keys)
+                   plainEventType(s, list.eventTypes.value(key));
+               s << list.rawData;
+               plainTranslations(s, list.translations);
+           });
 }
 
 /** The tail after the descriptions and their second count: an empty root, no event types, no data. */
@@ -81,6 +79,19 @@ void plainEmptyTail(QDataStream &s)
 {
     plainEmptyRoot(s);
     s << qint32(0) << QByteArray() << quint32(0);
+}
+
+/** A body with no descriptions, an empty root, @p types one after the other, no data and no texts. */
+QByteArray plainBodyOfEventTypes(const QList<EventTypeInfoStruct> &types)
+{
+    return plainBytes([&types](QDataStream &s) {
+        s << qint32(0) << qint32(0);
+        plainEmptyRoot(s);
+        s << qint32(types.size());
+        for (const EventTypeInfoStruct &type : types)
+            plainEventType(s, type);
+        s << QByteArray() << quint32(0);
+    });
 }
 
 void expectSameList(const ParamInfoList &got, const ParamInfoList &expected)
@@ -156,13 +167,7 @@ TEST(ParamInfoList, EventTypesGoOutWithoutTheirKey)
     ParamInfoList list;
     // The key is not sent: the description's own number is what arrives.
     list.eventTypes.insert(99, infotest::eventType(4, QStringLiteral("Moved")));
-    const QByteArray body = plainBytes([](QDataStream &s) {
-        s << qint32(0) << qint32(0);
-        plainEmptyRoot(s);
-        s << qint32(1);
-        plainEventType(s, infotest::eventType(4, QStringLiteral("Moved")));
-        s << QByteArray() << quint32(0);
-    });
+    const QByteArray body = plainBodyOfEventTypes({infotest::eventType(4, QStringLiteral("Moved"))});
     EXPECT_EQ(bodyOf(list.write()), body);
     ParamInfoList back;
     EXPECT_TRUE(roundTrip(list, back));
@@ -202,11 +207,8 @@ TEST(ParamInfoList, AnswerToAQuery)
     fill(list);
     ParamInfoList received;
     EXPECT_TRUE(roundTrip(list, received));
-    const QProtocolHeader header = received.getHeader();
-    EXPECT_EQ(header.serviceId, 2);
-    EXPECT_EQ(header.messageId, 1);
-    EXPECT_EQ(header.messageType, 1);
-    EXPECT_EQ(header.sequence, 7);
+    EXPECT_EQ(identityOf(received), (QList<qint32>{2, 1, 1}));
+    EXPECT_EQ(received.getHeader().sequence, 7);
 }
 
 TEST(ParamInfoList, SecondCountDifferentFailsRightAfterTheCheck)
@@ -314,14 +316,8 @@ TEST(ParamInfoList, BrokenTreeFailsWithTheDescriptionsKept)
 
 TEST(ParamInfoList, TwoEventTypesWithOneNumberLeaveOneEntry)
 {
-    const QByteArray body = plainBytes([](QDataStream &s) {
-        s << qint32(0) << qint32(0);
-        plainEmptyRoot(s);
-        s << qint32(2);
-        plainEventType(s, infotest::eventType(5, QStringLiteral("First")));
-        plainEventType(s, infotest::eventType(5, QStringLiteral("Second")));
-        s << QByteArray() << quint32(0);
-    });
+    const QByteArray body = plainBodyOfEventTypes(
+        {infotest::eventType(5, QStringLiteral("First")), infotest::eventType(5, QStringLiteral("Second"))});
     ParamInfoList list;
     EXPECT_TRUE(receive(list, 2, 1, 0, body));
     ASSERT_EQ(list.eventTypes.size(), 1);
@@ -330,13 +326,7 @@ TEST(ParamInfoList, TwoEventTypesWithOneNumberLeaveOneEntry)
 
 TEST(ParamInfoList, EventTypeNumberIsWidenedUnsigned)
 {
-    const QByteArray body = plainBytes([](QDataStream &s) {
-        s << qint32(0) << qint32(0);
-        plainEmptyRoot(s);
-        s << qint32(1);
-        plainEventType(s, infotest::eventType(65535, QStringLiteral("Last")));
-        s << QByteArray() << quint32(0);
-    });
+    const QByteArray body = plainBodyOfEventTypes({infotest::eventType(65535, QStringLiteral("Last"))});
     ParamInfoList list;
     EXPECT_TRUE(receive(list, 2, 1, 0, body));
     EXPECT_EQ(list.eventTypes.keys(), QList<unsigned int>{65535u});
@@ -367,12 +357,7 @@ TEST(ParamInfoList, BodyEndingAfterTheTreeStillReads)
 {
     ParamInfoList sent;
     fill(sent);
-    const QByteArray body = plainBytes([&sent](QDataStream &s) {
-        s << qint32(3);
-        plainInfos(s, sent.params);
-        s << qint32(3);
-        plainNode(s, sent.rootItem);
-    });
+    const QByteArray body = plainBodyToTheTree(sent);
     ParamInfoList list;
     EXPECT_TRUE(receive(list, 2, 1, 0, body));
     EXPECT_TRUE(sameTree(list.rootItem, sent.rootItem));
@@ -386,12 +371,7 @@ TEST(ParamInfoList, BodyEndingInsideTheTailStillReads)
     ParamInfoList sent;
     fill(sent);
     const QByteArray body = plainBody(sent);
-    const QByteArray head = plainBytes([&sent](QDataStream &s) {
-        s << qint32(3);
-        plainInfos(s, sent.params);
-        s << qint32(3);
-        plainNode(s, sent.rootItem);
-    });
+    const QByteArray head = plainBodyToTheTree(sent);
     // Every cut between the end of the tree and the end of the body reads as true.
     for (int length = head.size(); length <= body.size(); ++length) {
         ParamInfoList list;

@@ -15,9 +15,9 @@
 
 #include <memory>
 
-using desctest::plainInfo;
+using infotest::plainCountedInfos;
+using infotest::plainEmptyRoot;
 using infotest::plainEventType;
-using infotest::plainInfos;
 using infotest::plainNode;
 using infotest::readBody;
 using infotest::receive;
@@ -28,11 +28,6 @@ namespace {
 
 // A reader that walked every announced entry of a hostile count would take minutes.
 const qint64 QuickMs = 5000;
-
-void plainEmptyRoot(QDataStream &s)
-{
-    s << qint32(0) << false << quint32(0) << qint32(0) << qint32(0);
-}
 
 /** The head of an empty list up to and including its root: the event types come next. */
 QByteArray emptyHead()
@@ -59,10 +54,7 @@ ParamInfoList fullList()
 
 TEST(InfoMessagesHostile, ChangeNoticeWithAHugeCountEndsAtTheFirstMissingRecord)
 {
-    const QByteArray body = plainBytes([](QDataStream &s) {
-        s << qint32(0x7FFFFFFF);
-        plainInfo(s, desctest::sampleScalar(1));
-    });
+    const QByteArray body = plainCountedInfos(0x7FFFFFFF, {desctest::sampleScalar(1)});
     QElapsedTimer timer;
     timer.start();
     ParamInfoChanged changed;
@@ -98,10 +90,7 @@ TEST(InfoMessagesHostile, RestoreWithAHugeCountReadsAsAnEmptyList)
 
 TEST(InfoMessagesHostile, ListWithAHugeDescriptionCount)
 {
-    const QByteArray body = plainBytes([](QDataStream &s) {
-        s << qint32(0x7FFFFFFF);
-        plainInfo(s, desctest::sampleScalar(1));
-    });
+    const QByteArray body = plainCountedInfos(0x7FFFFFFF, {desctest::sampleScalar(1)});
     QElapsedTimer timer;
     timer.start();
     ParamInfoList list;

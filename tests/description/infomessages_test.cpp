@@ -3,6 +3,7 @@
 // stream writes, round trips, packets built as a server builds them, and the one log line.
 
 #include "infotest.h"
+#include "messageheader.h"
 
 #include "paraminfoadded.h"
 #include "paraminfochanged.h"
@@ -11,12 +12,14 @@
 
 #include <gtest/gtest.h>
 
-using desctest::plainInfo;
-using infotest::plainInfos;
+using infotest::plainCountedInfos;
 using infotest::readBody;
 using infotest::receive;
 using infotest::roundTrip;
+using infotest::typeless;
 using telortest::bodyOf;
+using telortest::headerWords;
+using telortest::identityOf;
 using telortest::LogCapture;
 using telortest::packetBytes;
 using telortest::plainBytes;
@@ -28,26 +31,11 @@ QList<ParamInfo> sampleInfos()
     return {desctest::sampleScalar(101), desctest::sampleStatusWord(102), desctest::sampleField(103, 1, 2)};
 }
 
-void expectIdentity(const QProtocolStruct &message, int serviceId, int messageId, int messageType)
-{
-    const QProtocolHeader header = message.getHeader();
-    EXPECT_EQ(header.serviceId, serviceId);
-    EXPECT_EQ(header.messageId, messageId);
-    EXPECT_EQ(header.messageType, messageType);
-}
-
 void expectSameInfos(const QList<ParamInfo> &got, const QList<ParamInfo> &expected)
 {
     ASSERT_EQ(got.size(), expected.size());
     for (int i = 0; i < got.size(); ++i)
         EXPECT_TRUE(infotest::sameInfo(got.at(i), expected.at(i))) << "record " << i;
-}
-
-ParamInfo typeless(unsigned int id)
-{
-    ParamInfo info = desctest::sampleScalar(id);
-    info.type = 0;
-    return info;
 }
 
 } // namespace
@@ -57,7 +45,7 @@ ParamInfo typeless(unsigned int id)
 TEST(ParamInfoQuery, IdentityIsTwoOneOne)
 {
     ParamInfoQuery query;
-    expectIdentity(query, 2, 1, 1);
+    EXPECT_EQ(identityOf(query), (QList<qint32>{2, 1, 1}));
 }
 
 TEST(ParamInfoQuery, BodyIsEmpty)
@@ -74,7 +62,7 @@ TEST(ParamInfoQuery, ReadOfAnEmptyBodyIsTrue)
     EXPECT_TRUE(receive(query, 2, 1, 1, QByteArray()));
     ParamInfoQuery back;
     EXPECT_TRUE(roundTrip(query, back));
-    expectIdentity(back, 2, 1, 1);
+    EXPECT_EQ(identityOf(back), (QList<qint32>{2, 1, 1}));
 }
 
 TEST(ParamInfoQuery, BodyBytesAreNotLookedAt)
@@ -91,7 +79,7 @@ TEST(ParamInfoQuery, BodyBytesAreNotLookedAt)
 TEST(ParamInfoChanged, IdentityIsTwoFiveFour)
 {
     ParamInfoChanged changed;
-    expectIdentity(changed, 2, 5, 4);
+    EXPECT_EQ(identityOf(changed), (QList<qint32>{2, 5, 4}));
     EXPECT_TRUE(changed.params.isEmpty());
 }
 
@@ -99,17 +87,10 @@ TEST(ParamInfoChanged, SetMessageTypeChangesOnlyTheThirdWord)
 {
     ParamInfoChanged changed;
     changed.setRoute(21, 22, 23);
-    const QProtocolHeader before = changed.getHeader();
+    const QList<qint32> before = headerWords(changed);
     changed.setMessageType(9);
-    const QProtocolHeader after = changed.getHeader();
-    EXPECT_EQ(after.serviceId, 2);
-    EXPECT_EQ(after.messageId, 5);
-    EXPECT_EQ(after.messageType, 9);
-    EXPECT_EQ(after.version, before.version);
-    EXPECT_EQ(after.bodyLength, before.bodyLength);
-    EXPECT_EQ(after.source, 21);
-    EXPECT_EQ(after.session, 22);
-    EXPECT_EQ(after.sequence, 23);
+    // Version and body length as they were.
+    EXPECT_EQ(headerWords(changed), (QList<qint32>{2, 5, 9, before.at(3), before.at(4), 21, 22, 23}));
     // And it travels.
     EXPECT_EQ(changed.write().left(12), packetBytes(2, 5, 9, QByteArray()).left(12));
 }
@@ -118,10 +99,7 @@ TEST(ParamInfoChanged, BodyIsTheCountThenEachRecord)
 {
     ParamInfoChanged changed;
     changed.params = sampleInfos();
-    const QByteArray body = plainBytes([](QDataStream &s) {
-        s << qint32(3);
-        plainInfos(s, sampleInfos());
-    });
+    const QByteArray body = plainCountedInfos(sampleInfos());
     const QByteArray packet = changed.write();
     EXPECT_EQ(bodyOf(packet), body);
     EXPECT_EQ(packet, packetBytes(2, 5, 4, body));
@@ -134,16 +112,12 @@ TEST(ParamInfoChanged, RoundTrip)
     ParamInfoChanged in;
     EXPECT_TRUE(roundTrip(out, in));
     expectSameInfos(in.params, sampleInfos());
-    expectIdentity(in, 2, 5, 4);
+    EXPECT_EQ(identityOf(in), (QList<qint32>{2, 5, 4}));
 }
 
 TEST(ParamInfoChanged, FromAServer)
 {
-    const QByteArray body = plainBytes([](QDataStream &s) {
-        s << qint32(2);
-        plainInfo(s, desctest::sampleStatusWord(7));
-        plainInfo(s, desctest::sampleScalar(8));
-    });
+    const QByteArray body = plainCountedInfos({desctest::sampleStatusWord(7), desctest::sampleScalar(8)});
     ParamInfoChanged changed;
     LogCapture log;
     EXPECT_TRUE(receive(changed, 2, 5, 4, body));
@@ -168,10 +142,7 @@ TEST(ParamInfoChanged, NegativeCountIsRefusedWithoutALogLine)
 {
     ParamInfoChanged changed;
     LogCapture log;
-    const QByteArray body = plainBytes([](QDataStream &s) {
-        s << qint32(-1);
-        plainInfo(s, desctest::sampleScalar(1));
-    });
+    const QByteArray body = plainCountedInfos(-1, {desctest::sampleScalar(1)});
     unsigned int position = 0;
     EXPECT_FALSE(readBody(changed, body, &position));
     EXPECT_EQ(position, 4u);
@@ -189,11 +160,7 @@ TEST(ParamInfoChanged, EmptyBodyIsRefused)
 
 TEST(ParamInfoChanged, SecondRecordWithoutTypeKeepsTheFirstAndLogsOneLine)
 {
-    const QByteArray body = plainBytes([](QDataStream &s) {
-        s << qint32(2);
-        plainInfo(s, desctest::sampleScalar(1));
-        plainInfo(s, typeless(2));
-    });
+    const QByteArray body = plainCountedInfos({desctest::sampleScalar(1), typeless(2)});
     ParamInfoChanged changed;
     LogCapture log;
     EXPECT_FALSE(receive(changed, 2, 5, 4, body));
@@ -204,12 +171,7 @@ TEST(ParamInfoChanged, SecondRecordWithoutTypeKeepsTheFirstAndLogsOneLine)
 TEST(ParamInfoChanged, FirstBadRecordEndsTheMessage)
 {
     // The second of three records fails; the third, although well formed, is not read.
-    const QByteArray body = plainBytes([](QDataStream &s) {
-        s << qint32(3);
-        plainInfo(s, desctest::sampleScalar(1));
-        plainInfo(s, typeless(2));
-        plainInfo(s, desctest::sampleScalar(3));
-    });
+    const QByteArray body = plainCountedInfos({desctest::sampleScalar(1), typeless(2), desctest::sampleScalar(3)});
     ParamInfoChanged changed;
     LogCapture log;
     EXPECT_FALSE(readBody(changed, body));
@@ -223,10 +185,7 @@ TEST(ParamInfoChanged, RecordRefusedInsideIsLoggedToo)
     // A bit field flag of 2 makes the record refuse its data halfway.
     ParamInfo broken = desctest::sampleScalar(2);
     broken.bitField.enabled = 2;
-    const QByteArray body = plainBytes([&broken](QDataStream &s) {
-        s << qint32(1);
-        plainInfo(s, broken);
-    });
+    const QByteArray body = plainCountedInfos({broken});
     ParamInfoChanged changed;
     LogCapture log;
     EXPECT_FALSE(readBody(changed, body));
@@ -236,11 +195,7 @@ TEST(ParamInfoChanged, RecordRefusedInsideIsLoggedToo)
 
 TEST(ParamInfoChanged, MoreRecordsAnnouncedThanSentFailsAtTheFirstMissingOne)
 {
-    const QByteArray body = plainBytes([](QDataStream &s) {
-        s << qint32(3);
-        plainInfo(s, desctest::sampleScalar(1));
-        plainInfo(s, desctest::sampleScalar(2));
-    });
+    const QByteArray body = plainCountedInfos(3, {desctest::sampleScalar(1), desctest::sampleScalar(2)});
     ParamInfoChanged changed;
     LogCapture log;
     EXPECT_FALSE(readBody(changed, body));
@@ -252,10 +207,7 @@ TEST(ParamInfoChanged, ReadingIntoAUsedMessageAppends)
 {
     ParamInfoChanged changed;
     changed.params.append(desctest::sampleScalar(1));
-    const QByteArray body = plainBytes([](QDataStream &s) {
-        s << qint32(1);
-        plainInfo(s, desctest::sampleScalar(2));
-    });
+    const QByteArray body = plainCountedInfos({desctest::sampleScalar(2)});
     EXPECT_TRUE(readBody(changed, body));
     ASSERT_EQ(changed.params.size(), 2);
     EXPECT_EQ(changed.params.at(0).id, 1u);
@@ -279,10 +231,7 @@ TEST(ParamInfoChanged, LogLineIsOnTheDefaultCategory)
     };
     Seen::lines().clear();
     const QtMessageHandler previous = qInstallMessageHandler(&Seen::handler);
-    const QByteArray body = plainBytes([](QDataStream &s) {
-        s << qint32(1);
-        plainInfo(s, typeless(1));
-    });
+    const QByteArray body = plainCountedInfos({typeless(1)});
     ParamInfoChanged changed;
     const bool result = readBody(changed, body);
     qInstallMessageHandler(previous);
@@ -295,7 +244,7 @@ TEST(ParamInfoChanged, LogLineIsOnTheDefaultCategory)
 TEST(ParamInfoAdded, IdentityIsTwoSevenFourNeverThatOfItsBase)
 {
     ParamInfoAdded added;
-    expectIdentity(added, 2, 7, 4);
+    EXPECT_EQ(identityOf(added), (QList<qint32>{2, 7, 4}));
     EXPECT_EQ(added.write(), packetBytes(2, 7, 4, plainBytes([](QDataStream &s) { s << qint32(0); })));
 }
 
@@ -303,10 +252,10 @@ TEST(ParamInfoAdded, SetMessageTypeKeepsServiceAndMessage)
 {
     ParamInfoAdded added;
     added.setMessageType(1);
-    expectIdentity(added, 2, 7, 1);
+    EXPECT_EQ(identityOf(added), (QList<qint32>{2, 7, 1}));
     ParamInfoChanged &asBase = added;
     asBase.setMessageType(4);
-    expectIdentity(added, 2, 7, 4);
+    EXPECT_EQ(identityOf(added), (QList<qint32>{2, 7, 4}));
 }
 
 TEST(ParamInfoAdded, BodyIsThatOfAChangeNotice)
@@ -329,12 +278,9 @@ TEST(ParamInfoAdded, RoundTripAndServerPacket)
     ParamInfoAdded in;
     EXPECT_TRUE(roundTrip(out, in));
     expectSameInfos(in.params, sampleInfos());
-    expectIdentity(in, 2, 7, 4);
+    EXPECT_EQ(identityOf(in), (QList<qint32>{2, 7, 4}));
 
-    const QByteArray body = plainBytes([](QDataStream &s) {
-        s << qint32(1);
-        plainInfo(s, desctest::sampleScalar(9));
-    });
+    const QByteArray body = plainCountedInfos({desctest::sampleScalar(9)});
     ParamInfoAdded fromServer;
     EXPECT_TRUE(receive(fromServer, 2, 7, 4, body));
     expectSameInfos(fromServer.params, {desctest::sampleScalar(9)});
@@ -347,11 +293,7 @@ TEST(ParamInfoAdded, RefusesAsAChangeNoticeDoes)
     EXPECT_FALSE(receive(added, 2, 7, 4, plainBytes([](QDataStream &s) { s << qint32(0); })));
     EXPECT_TRUE(log.captured().isEmpty());
     ParamInfoAdded second;
-    EXPECT_FALSE(receive(second, 2, 7, 4, plainBytes([](QDataStream &s) {
-        s << qint32(2);
-        plainInfo(s, desctest::sampleScalar(1));
-        plainInfo(s, typeless(2));
-    })));
+    EXPECT_FALSE(receive(second, 2, 7, 4, plainCountedInfos({desctest::sampleScalar(1), typeless(2)})));
     EXPECT_EQ(log.captured(), QStringList{QStringLiteral("Error reading ParamInfo")});
     EXPECT_EQ(second.params.size(), 1);
 }
@@ -360,10 +302,7 @@ TEST(ParamInfoAdded, ReadThroughTheBaseIsTheBaseReader)
 {
     ParamInfoAdded added;
     QProtocolStruct &message = added;
-    const QByteArray body = plainBytes([](QDataStream &s) {
-        s << qint32(1);
-        plainInfo(s, desctest::sampleScalar(4));
-    });
+    const QByteArray body = plainCountedInfos({desctest::sampleScalar(4)});
     message.setPacket(packetBytes(2, 7, 4, body));
     EXPECT_TRUE(message.read());
     EXPECT_EQ(added.params.size(), 1);
@@ -374,7 +313,7 @@ TEST(ParamInfoAdded, ReadThroughTheBaseIsTheBaseReader)
 TEST(ParamInfoRestore, IdentityIsTwoSixFour)
 {
     ParamInfoRestore restore;
-    expectIdentity(restore, 2, 6, 4);
+    EXPECT_EQ(identityOf(restore), (QList<qint32>{2, 6, 4}));
     EXPECT_TRUE(restore.ids.isEmpty());
 }
 

@@ -27,21 +27,11 @@ namespace infotest {
 
 using Tags = QHash<QString, QString>;
 
-/** Qt's form of a QHash<QString, QString>, written pair by pair from the last entry to the first. */
-inline void plainTags(QDataStream &s, const Tags &tags)
-{
-    s << quint32(tags.size());
-    const QList<QString> keys = tags.keys();
-    const QList<QString> values = tags.values();
-    for (int i = keys.size() - 1; i >= 0; --i)
-        s << keys.at(i) << values.at(i);
-}
-
 /** A group node written field by field: type, flag, tags, count, children, count again. */
 inline void plainNode(QDataStream &s, const ParamGroupItem &node)
 {
     s << qint32(node.type) << node.flag;
-    plainTags(s, node.tags);
+    telortest::plainHash(s, node.tags);
     s << qint32(node.children.size());
     for (const ParamGroupItem *child : node.children)
         plainNode(s, *child);
@@ -67,7 +57,7 @@ inline void plainTranslations(QDataStream &s, const QHash<int, TranslationItemNe
     const QList<TranslationItemNew> values = table.values();
     for (int i = keys.size() - 1; i >= 0; --i) {
         s << qint32(keys.at(i));
-        plainTags(s, values.at(i));
+        telortest::plainHash(s, values.at(i));
     }
 }
 
@@ -213,6 +203,38 @@ inline void plainInfos(QDataStream &s, const QList<ParamInfo> &infos)
 {
     for (const ParamInfo &info : infos)
         desctest::plainInfo(s, info);
+}
+
+/**
+ * A count, then the descriptions by plain writes: the body of a change notice, and the
+ * start of a list's body. The count says @p count records, whatever follows it.
+ */
+inline QByteArray plainCountedInfos(qint32 count, const QList<ParamInfo> &infos)
+{
+    return telortest::plainBytes([&](QDataStream &s) {
+        s << count;
+        plainInfos(s, infos);
+    });
+}
+
+/** The same with the count of the records that follow. */
+inline QByteArray plainCountedInfos(const QList<ParamInfo> &infos)
+{
+    return plainCountedInfos(qint32(infos.size()), infos);
+}
+
+/** The bytes of an empty group root: no type, no flag, no tags, no children. */
+inline void plainEmptyRoot(QDataStream &s)
+{
+    s << qint32(0) << false << quint32(0) << qint32(0) << qint32(0);
+}
+
+/** A description the reader refuses: a scalar whose type is 0. */
+inline ParamInfo typeless(unsigned int id)
+{
+    ParamInfo info = desctest::sampleScalar(id);
+    info.type = 0;
+    return info;
 }
 
 /** Reads @p message from a packet built as a server builds it, with a route of its own. */

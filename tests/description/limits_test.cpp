@@ -9,11 +9,31 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 using desctest::bytesOf;
 using desctest::readFrom;
 using telortest::plainBytes;
 
 namespace {
+
+/** The flag and both bounds, for comparing a whole ParamLimits in one assertion. */
+using Fields = std::tuple<int, double, double>;
+
+Fields fieldsOf(const ParamLimits &limits)
+{
+    return Fields(limits.enabled, limits.lo, limits.hi);
+}
+
+/** Limits with the given flag and bounds. */
+ParamLimits limitsWith(qint8 enabled, double lo, double hi)
+{
+    ParamLimits limits;
+    limits.enabled = enabled;
+    limits.lo = lo;
+    limits.hi = hi;
+    return limits;
+}
 
 // Reads the limits from the attributes of the first element of @p xml.
 ParamLimits limitsFromXml(const QString &xml, ParamLimits limits = ParamLimits())
@@ -29,9 +49,7 @@ ParamLimits limitsFromXml(const QString &xml, ParamLimits limits = ParamLimits()
 TEST(Limits, DefaultIsUnsetAndZero)
 {
     const ParamLimits limits;
-    EXPECT_EQ(limits.enabled, 0);
-    EXPECT_EQ(limits.lo, 0.0);
-    EXPECT_EQ(limits.hi, 0.0);
+    EXPECT_EQ(fieldsOf(limits), Fields(0, 0.0, 0.0));
 }
 
 TEST(Limits, UnsetWritesOneZeroByte)
@@ -41,10 +59,7 @@ TEST(Limits, UnsetWritesOneZeroByte)
 
 TEST(Limits, SetWritesFlagLowThenHigh)
 {
-    ParamLimits limits;
-    limits.enabled = 1;
-    limits.lo = -2.5;
-    limits.hi = 100.0;
+    const ParamLimits limits = limitsWith(1, -2.5, 100.0);
     const QByteArray expected = plainBytes([](QDataStream &s) { s << qint8(1) << -2.5 << 100.0; });
     EXPECT_EQ(bytesOf(limits), expected);
     EXPECT_EQ(expected.size(), 17);
@@ -52,27 +67,19 @@ TEST(Limits, SetWritesFlagLowThenHigh)
 
 TEST(Limits, FlagAboveOneIsWrittenAsSet)
 {
-    ParamLimits limits;
-    limits.enabled = 2;
-    limits.lo = 1.0;
-    limits.hi = 2.0;
+    const ParamLimits limits = limitsWith(2, 1.0, 2.0);
     const QByteArray expected = plainBytes([](QDataStream &s) { s << qint8(2) << 1.0 << 2.0; });
     EXPECT_EQ(bytesOf(limits), expected);
 }
 
 TEST(Limits, ReadsWhatWasWritten)
 {
-    ParamLimits sent;
-    sent.enabled = 1;
-    sent.lo = 3.0;
-    sent.hi = -7.0; // low above high is carried as it stands
+    const ParamLimits sent = limitsWith(1, 3.0, -7.0); // low above high is carried as it stands
     ParamLimits received;
     const auto outcome = readFrom(bytesOf(sent), received);
     EXPECT_TRUE(outcome.result);
     EXPECT_EQ(outcome.position, 17u);
-    EXPECT_EQ(received.enabled, 1);
-    EXPECT_EQ(received.lo, 3.0);
-    EXPECT_EQ(received.hi, -7.0);
+    EXPECT_EQ(fieldsOf(received), Fields(1, 3.0, -7.0));
 }
 
 TEST(Limits, ReadOfFlagTwoFailsAfterOneByte)
@@ -82,9 +89,7 @@ TEST(Limits, ReadOfFlagTwoFailsAfterOneByte)
     const auto outcome = readFrom(bytes, limits);
     EXPECT_FALSE(outcome.result);
     EXPECT_EQ(outcome.position, 1u);
-    EXPECT_EQ(limits.enabled, 2);
-    EXPECT_EQ(limits.lo, 0.0);
-    EXPECT_EQ(limits.hi, 0.0);
+    EXPECT_EQ(fieldsOf(limits), Fields(2, 0.0, 0.0));
 }
 
 TEST(Limits, NegativeFlagCountsAsAboveOne)
@@ -107,16 +112,11 @@ TEST(Limits, WrittenFlagAboveOneIsRefusedOnReading)
 
 TEST(Limits, ReadOfUnsetKeepsOldBounds)
 {
-    ParamLimits limits;
-    limits.enabled = 1;
-    limits.lo = 4.0;
-    limits.hi = 5.0;
+    ParamLimits limits = limitsWith(1, 4.0, 5.0);
     const auto outcome = readFrom(QByteArray(1, '\0'), limits);
     EXPECT_TRUE(outcome.result);
     EXPECT_EQ(outcome.position, 1u);
-    EXPECT_EQ(limits.enabled, 0);
-    EXPECT_EQ(limits.lo, 4.0);
-    EXPECT_EQ(limits.hi, 5.0);
+    EXPECT_EQ(fieldsOf(limits), Fields(0, 4.0, 5.0));
 }
 
 TEST(Limits, TruncatedBoundsReadAsZero)
@@ -125,80 +125,56 @@ TEST(Limits, TruncatedBoundsReadAsZero)
     ParamLimits limits;
     limits.hi = 9.0;
     EXPECT_TRUE(readFrom(bytes, limits).result);
-    EXPECT_EQ(limits.enabled, 1);
-    EXPECT_EQ(limits.lo, 6.0);
-    EXPECT_EQ(limits.hi, 0.0);
+    EXPECT_EQ(fieldsOf(limits), Fields(1, 6.0, 0.0));
 }
 
 TEST(Limits, XmlWithBothBoundsSetsThem)
 {
     const ParamLimits limits = limitsFromXml(QStringLiteral("<param lo=\"-1.5\" hi=\"20\"/>"));
-    EXPECT_EQ(limits.enabled, 1);
-    EXPECT_EQ(limits.lo, -1.5);
-    EXPECT_EQ(limits.hi, 20.0);
+    EXPECT_EQ(fieldsOf(limits), Fields(1, -1.5, 20.0));
 }
 
 TEST(Limits, XmlWithHighOnlyChangesNothing)
 {
     const ParamLimits limits = limitsFromXml(QStringLiteral("<param hi=\"20\"/>"));
-    EXPECT_EQ(limits.enabled, 0);
-    EXPECT_EQ(limits.lo, 0.0);
-    EXPECT_EQ(limits.hi, 0.0);
+    EXPECT_EQ(fieldsOf(limits), Fields(0, 0.0, 0.0));
 }
 
 TEST(Limits, XmlWithLowOnlyChangesNothing)
 {
     const ParamLimits limits = limitsFromXml(QStringLiteral("<param lo=\"3\"/>"));
-    EXPECT_EQ(limits.enabled, 0);
-    EXPECT_EQ(limits.lo, 0.0);
-    EXPECT_EQ(limits.hi, 0.0);
+    EXPECT_EQ(fieldsOf(limits), Fields(0, 0.0, 0.0));
 }
 
 TEST(Limits, XmlWithOneBoundKeepsEarlierLimits)
 {
-    ParamLimits before;
-    before.enabled = 1;
-    before.lo = 1.0;
-    before.hi = 2.0;
+    const ParamLimits before = limitsWith(1, 1.0, 2.0);
     const ParamLimits limits = limitsFromXml(QStringLiteral("<param lo=\"-50\"/>"), before);
-    EXPECT_EQ(limits.enabled, 1);
-    EXPECT_EQ(limits.lo, 1.0);
-    EXPECT_EQ(limits.hi, 2.0);
+    EXPECT_EQ(fieldsOf(limits), Fields(1, 1.0, 2.0));
 }
 
 TEST(Limits, XmlLowAboveHighIsKept)
 {
     const ParamLimits limits = limitsFromXml(QStringLiteral("<param lo=\"10\" hi=\"-10\"/>"));
-    EXPECT_EQ(limits.enabled, 1);
-    EXPECT_EQ(limits.lo, 10.0);
-    EXPECT_EQ(limits.hi, -10.0);
+    EXPECT_EQ(fieldsOf(limits), Fields(1, 10.0, -10.0));
 }
 
 TEST(Limits, XmlTextThatIsNoNumberGivesZeroAndSet)
 {
-    ParamLimits before;
-    before.lo = 5.0;
-    before.hi = 6.0;
+    const ParamLimits before = limitsWith(0, 5.0, 6.0);
     const ParamLimits limits = limitsFromXml(QStringLiteral("<param lo=\"low\" hi=\"12abc\"/>"), before);
-    EXPECT_EQ(limits.enabled, 1);
-    EXPECT_EQ(limits.lo, 0.0);
-    EXPECT_EQ(limits.hi, 0.0);
+    EXPECT_EQ(fieldsOf(limits), Fields(1, 0.0, 0.0));
 }
 
 TEST(Limits, XmlEmptyAttributeCountsAsPresent)
 {
     const ParamLimits limits = limitsFromXml(QStringLiteral("<param lo=\"\" hi=\"8\"/>"));
-    EXPECT_EQ(limits.enabled, 1);
-    EXPECT_EQ(limits.lo, 0.0);
-    EXPECT_EQ(limits.hi, 8.0);
+    EXPECT_EQ(fieldsOf(limits), Fields(1, 0.0, 8.0));
 }
 
 TEST(Limits, CopiesAreIndependentValues)
 {
-    ParamLimits a;
-    a.enabled = 1;
-    a.lo = 1.0;
-    a.hi = 2.0;
+    const ParamLimits a = limitsWith(1, 1.0, 2.0);
     ParamLimits b = a;
     b.hi = 3.0;
     EXPECT_EQ(a.hi, 2.0);

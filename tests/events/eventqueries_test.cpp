@@ -12,19 +12,10 @@
 using namespace eventtest;
 using telortest::plainBytes;
 
-namespace {
-
-const QObject *token(quintptr value)
-{
-    return reinterpret_cast<const QObject *>(value);
-}
-
-} // namespace
-
 TEST(IntervalQuery, IdentityTakesTheArgumentAndDatesAreNull)
 {
     const IntervalQuery query(42);
-    EXPECT_EQ(identity(query), (QList<qint32>{3, 42, 1}));
+    EXPECT_EQ(identityOf(query), (QList<qint32>{3, 42, 1}));
     EXPECT_TRUE(query.begin.isNull());
     EXPECT_TRUE(query.end.isNull());
 }
@@ -71,7 +62,7 @@ TEST(IntervalQuery, RoundTrip)
     EXPECT_TRUE(readPacket(back, query.write()));
     EXPECT_EQ(back.begin, query.begin);
     EXPECT_EQ(back.end, query.end);
-    EXPECT_EQ(identity(back), (QList<qint32>{3, 33, 1}));
+    EXPECT_EQ(identityOf(back), (QList<qint32>{3, 33, 1}));
 }
 
 TEST(IntervalQuery, ZeroPresenceByteMakesTheDateNull)
@@ -105,7 +96,7 @@ TEST(IntervalQuery, EmptyBodyReadsNullDatesAndTrue)
 TEST(EventsQueryCancel, TypeTwoAndIdentity3_16_1)
 {
     const EventsQueryCancel cancel(token(0xABCDEF));
-    EXPECT_EQ(identity(cancel), (QList<qint32>{3, 16, 1}));
+    EXPECT_EQ(identityOf(cancel), (QList<qint32>{3, 16, 1}));
     EXPECT_EQ(cancel.queryType, 2);
     EXPECT_EQ(cancel.type(), 2);
     EXPECT_EQ(cancel.parent, token(0xABCDEF));
@@ -149,7 +140,7 @@ TEST(EventsQueryCancel, ReadsWhatTheWireSays)
 TEST(EventsReadedQuery, NewRequest)
 {
     const EventsReadedQuery query;
-    EXPECT_EQ(identity(query), (QList<qint32>{3, 20, 1}));
+    EXPECT_EQ(identityOf(query), (QList<qint32>{3, 20, 1}));
     EXPECT_FALSE(query.readed);
     EXPECT_TRUE(query.ids.isEmpty());
 }

@@ -44,10 +44,10 @@ TEST(EventsResultBase, DefaultsAndNoIdentity)
     EXPECT_EQ(result.value1, 0);
     EXPECT_EQ(result.value2, 0);
     EXPECT_EQ(result.value3, 0);
-    EXPECT_EQ(identity(result), (QList<qint32>{0, 0, 0}));
-    EXPECT_EQ(identity(EventsArchiveResult()), (QList<qint32>{0, 0, 0}));
-    EXPECT_EQ(identity(EventsDayData()), (QList<qint32>{0, 0, 0}));
-    EXPECT_EQ(identity(EventsIntervalData()), (QList<qint32>{0, 0, 0}));
+    EXPECT_EQ(identityOf(result), (QList<qint32>{0, 0, 0}));
+    EXPECT_EQ(identityOf(EventsArchiveResult()), (QList<qint32>{0, 0, 0}));
+    EXPECT_EQ(identityOf(EventsDayData()), (QList<qint32>{0, 0, 0}));
+    EXPECT_EQ(identityOf(EventsIntervalData()), (QList<qint32>{0, 0, 0}));
 }
 
 TEST(EventsResultBase, BytesAndRoundTrip)
@@ -110,7 +110,7 @@ TEST(EventsArchiveResult, AsAServerSendsIt)
     ASSERT_EQ(result.events.size(), 5);
     for (int i = 0; i < 5; ++i)
         expectSameRecord(result.events.at(i), sent.at(i));
-    EXPECT_EQ(identity(result), (QList<qint32>{3, 12, 2}));
+    EXPECT_EQ(identityOf(result), (QList<qint32>{3, 12, 2}));
 }
 
 TEST(EventsArchiveResult, RoundTripReplacesTheList)

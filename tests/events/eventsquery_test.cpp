@@ -63,7 +63,7 @@ public:
 TEST(EventsQuery, NewQueryFields)
 {
     const EventsQuery query(5, client());
-    EXPECT_EQ(identity(query), (QList<qint32>{3, 12, 1}));
+    EXPECT_EQ(identityOf(query), (QList<qint32>{3, 12, 1}));
     EXPECT_EQ(query.queryType, 5);
     EXPECT_EQ(query.type(), 5);
     EXPECT_EQ(query.parent, client());
@@ -478,9 +478,9 @@ TEST(EventsQueryCopy, CopyHasIdentity3_12_1EvenIfTheSourceHeaderChanged)
     EventsQuery source(1, client());
     // The source's header becomes that of a received packet with another identity and route.
     readInto(source, telortest::packetBytes(7, 8, 9, bodyWrittenBy(source), 31, 32, 33));
-    ASSERT_EQ(identity(source), (QList<qint32>{7, 8, 9}));
+    ASSERT_EQ(identityOf(source), (QList<qint32>{7, 8, 9}));
     const EventsQuery copy(source);
-    EXPECT_EQ(identity(copy), (QList<qint32>{3, 12, 1}));
+    EXPECT_EQ(identityOf(copy), (QList<qint32>{3, 12, 1}));
     EXPECT_EQ(headerWords(copy), (QList<qint32>{3, 12, 1, 1, 0, 0, 0, 0}));
 }
 

@@ -56,7 +56,7 @@ TEST(EventRecord, NewRecordIsEmptyAndNotValid)
 TEST(EventRecord, NewRecordCarriesIdentity3_17_3)
 {
     const EventStruct event;
-    EXPECT_EQ(identity(event), (QList<qint32>{3, 17, 3}));
+    EXPECT_EQ(identityOf(event), (QList<qint32>{3, 17, 3}));
 }
 
 TEST(EventRecord, FieldsHaveTheWidthsOfTheCatalogue)
@@ -360,7 +360,7 @@ TEST(EventRecordCopy, ListCopiesCopyTheHeader)
     QList<EventStruct> list;
     list.append(received);
     EXPECT_EQ(headerWords(list.first()), headerWords(received));
-    EXPECT_EQ(identity(list.first()), (QList<qint32>{9, 8, 7}));
+    EXPECT_EQ(identityOf(list.first()), (QList<qint32>{9, 8, 7}));
     const QList<EventStruct> copy = list;
     EXPECT_EQ(headerWords(copy.first()), headerWords(received));
     const EventStruct plainCopy = received;

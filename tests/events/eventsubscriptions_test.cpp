@@ -13,21 +13,12 @@
 using namespace eventtest;
 using telortest::plainBytes;
 
-namespace {
-
-const QObject *token(quintptr value)
-{
-    return reinterpret_cast<const QObject *>(value);
-}
-
-} // namespace
-
 TEST(EventSubscriptions, Identities)
 {
-    EXPECT_EQ(identity(EventSubscription(token(1))), (QList<qint32>{3, 18, 1}));
-    EXPECT_EQ(identity(EventSubscriptionCancel(token(1))), (QList<qint32>{3, 19, 1}));
-    EXPECT_EQ(identity(EventStatisticsSubscription(token(1))), (QList<qint32>{3, 21, 1}));
-    EXPECT_EQ(identity(EventStatisticsSubscriptionCancel(token(1))), (QList<qint32>{3, 22, 1}));
+    EXPECT_EQ(identityOf(EventSubscription(token(1))), (QList<qint32>{3, 18, 1}));
+    EXPECT_EQ(identityOf(EventSubscriptionCancel(token(1))), (QList<qint32>{3, 19, 1}));
+    EXPECT_EQ(identityOf(EventStatisticsSubscription(token(1))), (QList<qint32>{3, 21, 1}));
+    EXPECT_EQ(identityOf(EventStatisticsSubscriptionCancel(token(1))), (QList<qint32>{3, 22, 1}));
 }
 
 TEST(EventSubscriptions, ConstructorStoresTheToken)

@@ -5,6 +5,7 @@
 // records, independent writers of the two record encodings and round trips through the
 // frame.
 
+#include "messageheader.h"
 #include "telortest.h"
 
 #include "eventstruct.h"
@@ -14,6 +15,7 @@
 #include <QtCore/QDateTime>
 #include <QtCore/QHash>
 #include <QtCore/QList>
+#include <QtCore/QObject>
 #include <QtCore/QString>
 #include <QtCore/QVariant>
 
@@ -25,6 +27,12 @@ namespace eventtest {
 inline QDateTime when(qint64 msecs = 0)
 {
     return QDateTime(QDate(2025, 3, 14), QTime(10, 20, 30, 456), Qt::UTC).addMSecs(msecs);
+}
+
+/** A client token as a plain number: the library carries it and never follows it. */
+inline const QObject *token(quintptr value)
+{
+    return reinterpret_cast<const QObject *>(value);
 }
 
 /** A valid record with one named value. */
@@ -41,21 +49,11 @@ inline EventStruct sampleEvent(unsigned short typeId = 12, unsigned char eventMe
     return event;
 }
 
-/** The named values in Qt's associative form, written entry by entry from the hash's last entry to its first. */
-inline void writeParameters(QDataStream &s, const QHash<QString, QVariant> &parameters)
-{
-    s << quint32(parameters.size());
-    const QList<QString> keys = parameters.keys(); // iteration order, one key per entry
-    const QList<QVariant> values = parameters.values();
-    for (int i = keys.size() - 1; i >= 0; --i)
-        s << keys.at(i) << values.at(i);
-}
-
 /** The message form of a record, field by field. */
 inline void writeMessageForm(QDataStream &s, const EventStruct &e)
 {
     s << quint16(e.typeId) << quint8(e.eventMessage) << quint32(e.firstId) << e.dateTime;
-    writeParameters(s, e.parameters);
+    telortest::plainHash(s, e.parameters);
     s << quint32(e.secondId);
 }
 
@@ -63,7 +61,7 @@ inline void writeMessageForm(QDataStream &s, const EventStruct &e)
 inline void writeStreamForm(QDataStream &s, const EventStruct &e)
 {
     s << quint16(e.typeId) << quint8(e.eventMessage) << quint32(e.firstId) << quint32(e.secondId) << e.dateTime;
-    writeParameters(s, e.parameters);
+    telortest::plainHash(s, e.parameters);
 }
 
 /** Every field of two records, the named values included. */
@@ -77,19 +75,8 @@ inline void expectSameRecord(const EventStruct &a, const EventStruct &b)
     EXPECT_EQ(a.parameters, b.parameters);
 }
 
-/** The header words of a message, as a list, for readable comparisons. */
-inline QList<qint32> headerWords(const QProtocolStruct &message)
-{
-    const QProtocolHeader h = message.getHeader();
-    return {h.serviceId, h.messageId, h.messageType, h.version, h.bodyLength, h.source, h.session, h.sequence};
-}
-
-/** The identity triple of a message. */
-inline QList<qint32> identity(const QProtocolStruct &message)
-{
-    const QProtocolHeader h = message.getHeader();
-    return {h.serviceId, h.messageId, h.messageType};
-}
+using telortest::headerWords;
+using telortest::identityOf;
 
 /** The body that write() produces for @p message. */
 template<typename Message>
@@ -111,13 +98,6 @@ QT_BEGIN_NAMESPACE
 inline void PrintTo(const QDateTime &dt, std::ostream *os)
 {
     *os << (dt.isNull() ? std::string("(null)") : dt.toString(Qt::ISODateWithMs).toStdString());
-}
-inline void PrintTo(const QList<qint32> &list, std::ostream *os)
-{
-    *os << '{';
-    for (qint32 v : list)
-        *os << v << ' ';
-    *os << '}';
 }
 QT_END_NAMESPACE
 

@@ -13,6 +13,7 @@
 #include <algorithm>
 
 using telortest::plainBytes;
+using telortest::valuesOf;
 
 namespace {
 
@@ -51,6 +52,14 @@ void writeText(QDataStream &s, const QString &english, const QString &language =
     }
 }
 
+/** One entry of the message table, written field by field: its number, then its text. */
+void writeMessage(QDataStream &s, quint8 number, const QString &english, const QString &language = QString(),
+                  const QString &text = QString())
+{
+    s << number;
+    writeText(s, english, language, text);
+}
+
 EventTypeInfoStruct pump()
 {
     EventTypeInfoStruct event;
@@ -59,16 +68,6 @@ EventTypeInfoStruct pump()
     event.id = 65535;
     event.messages.insert(44, translation(QStringLiteral("Started"), QStringLiteral("de"), QStringLiteral("An")));
     return event;
-}
-
-/** Every value under @p key, the one read last first, as a lookup finds them. */
-template<typename K, typename V>
-QList<V> valuesOf(const QHash<K, V> &hash, const K &key)
-{
-    QList<V> all;
-    for (auto it = hash.constFind(key); it != hash.constEnd() && it.key() == key; ++it)
-        all.append(it.value());
-    return all;
 }
 
 void expectSame(const EventTypeInfoStruct &a, const EventTypeInfoStruct &b)
@@ -104,8 +103,7 @@ TEST(EventTypeWire, BytesAreNameIdCountAndMessages)
         writeText(s, QStringLiteral("Pump"), QStringLiteral("ru"), QStringLiteral("Nasos"));
         s << quint16(65535);
         s << quint32(1);
-        s << quint8(44);
-        writeText(s, QStringLiteral("Started"), QStringLiteral("de"), QStringLiteral("An"));
+        writeMessage(s, 44, QStringLiteral("Started"), QStringLiteral("de"), QStringLiteral("An"));
     });
     const QByteArray bytes = writtenBy(pump());
     EXPECT_EQ(bytes, expected) << telortest::hex(bytes);
@@ -127,8 +125,7 @@ TEST(EventTypeWire, MessagesGoOutFromTheLastEntryToTheFirst)
         writeText(s, QString());
         s << quint16(3) << quint32(order.size());
         for (unsigned char number : order) {
-            s << quint8(number);
-            writeText(s, QString::number(number));
+            writeMessage(s, number, QString::number(number));
         }
     });
     EXPECT_EQ(writtenBy(event), expected);
@@ -149,10 +146,8 @@ TEST(EventTypeWire, ReadsPlainBytes)
     const QByteArray bytes = plainBytes([](QDataStream &s) {
         writeText(s, QStringLiteral("Valve"), QStringLiteral("ru"), QStringLiteral("Klapan"));
         s << quint16(4464) << quint32(2);
-        s << quint8(1);
-        writeText(s, QStringLiteral("Open"));
-        s << quint8(2);
-        writeText(s, QStringLiteral("Closed"), QStringLiteral("de"), QStringLiteral("Zu"));
+        writeMessage(s, 1, QStringLiteral("Open"));
+        writeMessage(s, 2, QStringLiteral("Closed"), QStringLiteral("de"), QStringLiteral("Zu"));
     });
     const EventTypeInfoStruct event = readFrom(bytes);
     EXPECT_EQ(event.engName(), QStringLiteral("Valve"));
@@ -168,10 +163,8 @@ TEST(EventTypeWire, RepeatedMessageNumberKeepsBothEntries)
     const QByteArray bytes = plainBytes([](QDataStream &s) {
         writeText(s, QStringLiteral("Valve"));
         s << quint16(1) << quint32(2);
-        s << quint8(7);
-        writeText(s, QStringLiteral("first"));
-        s << quint8(7);
-        writeText(s, QStringLiteral("second"));
+        writeMessage(s, 7, QStringLiteral("first"));
+        writeMessage(s, 7, QStringLiteral("second"));
     });
     const EventTypeInfoStruct event = readFrom(bytes);
     EXPECT_EQ(event.messages.size(), 2);
@@ -187,10 +180,8 @@ TEST(EventTypeWire, RepeatedMessageNumberSurvivesARoundTrip)
     const QByteArray bytes = plainBytes([](QDataStream &s) {
         writeText(s, QString());
         s << quint16(1) << quint32(2);
-        s << quint8(7);
-        writeText(s, QStringLiteral("first"));
-        s << quint8(7);
-        writeText(s, QStringLiteral("second"));
+        writeMessage(s, 7, QStringLiteral("first"));
+        writeMessage(s, 7, QStringLiteral("second"));
     });
     const EventTypeInfoStruct event = readFrom(bytes);
     EXPECT_EQ(writtenBy(event), bytes);
@@ -231,10 +222,8 @@ TEST(EventTypeWire, StreamRunningOutInAMessageLeavesNoMessages)
     QByteArray bytes = plainBytes([](QDataStream &s) {
         writeText(s, QStringLiteral("Valve"));
         s << quint16(12) << quint32(2);
-        s << quint8(1);
-        writeText(s, QStringLiteral("Open"));
-        s << quint8(2);
-        writeText(s, QStringLiteral("Closed"));
+        writeMessage(s, 1, QStringLiteral("Open"));
+        writeMessage(s, 2, QStringLiteral("Closed"));
     });
     bytes.chop(6); // into the English text of the second message
     QContainerPacket packet(bytes);
@@ -250,8 +239,7 @@ TEST(EventTypeWire, CountAboveTheMessagesLeavesNoMessages)
     const QByteArray bytes = plainBytes([](QDataStream &s) {
         writeText(s, QStringLiteral("Valve"));
         s << quint16(12) << quint32(0x7fffffff);
-        s << quint8(1);
-        writeText(s, QStringLiteral("Open"));
+        writeMessage(s, 1, QStringLiteral("Open"));
     });
     const EventTypeInfoStruct event = readFrom(bytes);
     EXPECT_EQ(event.id, 12);

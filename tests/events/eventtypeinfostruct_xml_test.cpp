@@ -60,6 +60,27 @@ QString debugLine(const QHash<unsigned char, QXmlTranslation> &messages)
 
 const QString Ru = QStringLiteral("ru");
 
+// The lines logged about a bad translation of an event, for the event's number and its
+// name as the line quotes it.
+
+QString missingLangLine(int id, const char *name)
+{
+    return QStringLiteral("Missing translation lang attribute for Event element with id %1 and name \" \"%2\" \"")
+        .arg(QString::number(id), QString::fromUtf8(name));
+}
+
+QString missingTextLine(const char *lang, int id, const char *name)
+{
+    return QStringLiteral("Missing translation text for \"%1\" lang for Event element with id %2 and name \" \"%3\" \"")
+        .arg(QString::fromUtf8(lang), QString::number(id), QString::fromUtf8(name));
+}
+
+QString notClosedLine(const char *lang, int id, const char *name)
+{
+    return QStringLiteral("Not closed \"%1\" lang translation for Event element with id %2 and name \" \"%3\" \"")
+        .arg(QString::fromUtf8(lang), QString::number(id), QString::fromUtf8(name));
+}
+
 } // namespace
 
 // --- attributes of the event -------------------------------------------------------------
@@ -150,8 +171,7 @@ TEST(EventTypeXml, EndTagOfAnEmptyElementInsideATranslationEndsTheParse)
 {
     Parse p(QStringLiteral("<Event id=\"1\"><translation lang=\"de\">a<br/>b</translation></Event>"));
     // <br/> is a start tag and an end tag named br: the end tag ends the parse.
-    EXPECT_EQ(p.log, QStringList{QStringLiteral(
-                         "Not closed \"de\" lang translation for Event element with id 1 and name \" \"\" \"")});
+    EXPECT_EQ(p.log, QStringList{notClosedLine("de", 1, "")});
     EXPECT_TRUE(p.event->translations().isEmpty());
 }
 
@@ -374,8 +394,7 @@ TEST(EventTypeXml, MissingLangEndsTheParse)
 {
     Parse p(QStringLiteral("<Event id=\"7\" name=\"Pump\"><Message id=\"1\" name=\"On\"/>"
                            "<translation>Nasos</translation><Message id=\"2\" name=\"Off\"/></Event>"));
-    EXPECT_EQ(p.log, QStringList{QStringLiteral(
-                         "Missing translation lang attribute for Event element with id 7 and name \" \"Pump\" \"")});
+    EXPECT_EQ(p.log, QStringList{missingLangLine(7, "Pump")});
     // What was parsed stays; nothing after the translation is read.
     EXPECT_EQ(p.event->messages.keys(), QList<unsigned char>{1});
     EXPECT_TRUE(p.xml.isStartElement());
@@ -385,31 +404,27 @@ TEST(EventTypeXml, MissingLangEndsTheParse)
 TEST(EventTypeXml, EmptyLangEndsTheParse)
 {
     Parse p(QStringLiteral("<Event id=\"70000\" name=\"Pu&quot;mp\"><translation lang=\"\">Nasos</translation></Event>"));
-    EXPECT_EQ(p.log, QStringList{QStringLiteral(
-                         "Missing translation lang attribute for Event element with id 4464 and name \" \"Pu\\\"mp\" \"")});
+    EXPECT_EQ(p.log, QStringList{missingLangLine(4464, "Pu\\\"mp")});
     EXPECT_TRUE(p.event->translations().isEmpty());
 }
 
 TEST(EventTypeXml, IdInALogLineIsUnsigned)
 {
     Parse p(QStringLiteral("<Event id=\"-1\" name=\"x\"><translation lang=\"de\"></translation></Event>"));
-    EXPECT_EQ(p.log, QStringList{QStringLiteral(
-                         "Missing translation text for \"de\" lang for Event element with id 65535 and name \" \"x\" \"")});
+    EXPECT_EQ(p.log, QStringList{missingTextLine("de", 65535, "x")});
 }
 
 TEST(EventTypeXml, LangIsTestedBeforeTextAndAttribute)
 {
     Parse p(QStringLiteral("<Event id=\"7\"><translation attribute=\"unit\"></translation></Event>"));
-    EXPECT_EQ(p.log, QStringList{QStringLiteral(
-                         "Missing translation lang attribute for Event element with id 7 and name \" \"\" \"")});
+    EXPECT_EQ(p.log, QStringList{missingLangLine(7, "")});
 }
 
 TEST(EventTypeXml, AnotherEndTagInsideATranslationEndsTheParse)
 {
     Parse p(QStringLiteral("<Event id=\"7\" name=\"Pump\"><translation lang=\"de\">Pumpe</translation>"
                            "<translation lang=\"ru\">Na<b>so</b>s</translation><Message id=\"1\"/></Event>"));
-    EXPECT_EQ(p.log, QStringList{QStringLiteral(
-                         "Not closed \"ru\" lang translation for Event element with id 7 and name \" \"Pump\" \"")});
+    EXPECT_EQ(p.log, QStringList{notClosedLine("ru", 7, "Pump")});
     EXPECT_EQ(p.event->translate(QStringLiteral("de"), false), QStringLiteral("Pumpe"));
     EXPECT_TRUE(p.event->translate(Ru, false).isEmpty());
     EXPECT_TRUE(p.event->messages.isEmpty());
@@ -422,8 +437,7 @@ TEST(EventTypeXml, TranslationWithoutTextEndsTheParse)
 {
     Parse p(QStringLiteral("<Event id=\"7\" name=\"Pump\"><translation lang=\"ru\"></translation>"
                            "<Message id=\"1\"/></Event>"));
-    EXPECT_EQ(p.log, QStringList{QStringLiteral(
-                         "Missing translation text for \"ru\" lang for Event element with id 7 and name \" \"Pump\" \"")});
+    EXPECT_EQ(p.log, QStringList{missingTextLine("ru", 7, "Pump")});
     EXPECT_TRUE(p.event->messages.isEmpty());
     EXPECT_TRUE(p.xml.isEndElement());
     EXPECT_EQ(p.xml.qualifiedName(), QLatin1String("translation"));
@@ -432,16 +446,14 @@ TEST(EventTypeXml, TranslationWithoutTextEndsTheParse)
 TEST(EventTypeXml, EmptyTranslationElementHasNoText)
 {
     Parse p(QStringLiteral("<Event id=\"7\" name=\"Pump\"><translation lang=\"ru\"/></Event>"));
-    EXPECT_EQ(p.log, QStringList{QStringLiteral(
-                         "Missing translation text for \"ru\" lang for Event element with id 7 and name \" \"Pump\" \"")});
+    EXPECT_EQ(p.log, QStringList{missingTextLine("ru", 7, "Pump")});
 }
 
 TEST(EventTypeXml, WrongAttributeWithoutTextCountsAsNoText)
 {
     Parse p(QStringLiteral("<Event id=\"7\" name=\"Pump\"><translation attribute=\"df\" lang=\"ru\"><!-- none -->"
                            "</translation></Event>"));
-    EXPECT_EQ(p.log, QStringList{QStringLiteral(
-                         "Missing translation text for \"ru\" lang for Event element with id 7 and name \" \"Pump\" \"")});
+    EXPECT_EQ(p.log, QStringList{missingTextLine("ru", 7, "Pump")});
 }
 
 TEST(EventTypeXml, ErrorKeepsTranslationsAndMessagesReadBefore)
@@ -475,8 +487,7 @@ TEST(EventTypeXml, DocumentBreakingOffInsideATranslationEnds)
 TEST(EventTypeXml, DocumentBreakingOffInsideAnEmptyTranslationEnds)
 {
     Parse p(QStringLiteral("<Event id=\"3\" name=\"x\"><translation lang=\"ru\">"));
-    EXPECT_EQ(p.log, QStringList{QStringLiteral(
-                         "Missing translation text for \"ru\" lang for Event element with id 3 and name \" \"x\" \"")});
+    EXPECT_EQ(p.log, QStringList{missingTextLine("ru", 3, "x")});
 }
 
 TEST(EventTypeXml, DocumentBreakingOffInsideAMessageEnds)

@@ -12,6 +12,7 @@
 #include <algorithm>
 
 using telortest::plainBytes;
+using telortest::valuesOf;
 
 namespace {
 
@@ -45,8 +46,12 @@ QHash<int, QHash<QString, QString>> readByQt(const QByteArray &bytes, QDataStrea
     return table;
 }
 
-/** Every entry of @p table, in iteration order, as plain hashes. */
-QList<QPair<int, QList<QPair<QString, QString>>>> entries(const Table &table)
+/**
+ * Every entry of @p table, in iteration order, as plain pairs: for the library's table and
+ * for the plain hashes Qt's own operators read.
+ */
+template<typename Item>
+QList<QPair<int, QList<QPair<QString, QString>>>> entries(const QHash<int, Item> &table)
 {
     QList<QPair<int, QList<QPair<QString, QString>>>> all;
     for (auto it = table.cbegin(); it != table.cend(); ++it) {
@@ -55,28 +60,6 @@ QList<QPair<int, QList<QPair<QString, QString>>>> entries(const Table &table)
             pairs.append(qMakePair(pair.key(), pair.value()));
         all.append(qMakePair(it.key(), pairs));
     }
-    return all;
-}
-
-QList<QPair<int, QList<QPair<QString, QString>>>> entries(const QHash<int, QHash<QString, QString>> &table)
-{
-    QList<QPair<int, QList<QPair<QString, QString>>>> all;
-    for (auto it = table.cbegin(); it != table.cend(); ++it) {
-        QList<QPair<QString, QString>> pairs;
-        for (auto pair = it.value().cbegin(); pair != it.value().cend(); ++pair)
-            pairs.append(qMakePair(pair.key(), pair.value()));
-        all.append(qMakePair(it.key(), pairs));
-    }
-    return all;
-}
-
-/** Every value under @p key, the one read last first, as a lookup finds them. */
-template<typename K, typename V>
-QList<V> valuesOf(const QHash<K, V> &hash, const K &key)
-{
-    QList<V> all;
-    for (auto it = hash.constFind(key); it != hash.constEnd() && it.key() == key; ++it)
-        all.append(it.value());
     return all;
 }
 

@@ -14,7 +14,7 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <initializer_list>
 
 using namespace exchangetest;
 using telortest::LogCapture;
@@ -33,72 +33,46 @@ QString removeOldLine(const QString &tail)
     return QStringLiteral("ClientParamSubscription::removeOld ") + tail;
 }
 
-/** A double that counts its reads, state assignments and flag drops, and can run a reaction. */
-class ProbeDouble : public BPDouble
+/** An empty aggregate and one client; tests with more clients declare them themselves. */
+class ClientSubscription : public ::testing::Test
 {
-public:
-    using BPDouble::BPDouble;
-    bool readPrivate(QContainerPacket &packet) override
+protected:
+    /** Appends each of @p params for @p owner, in the order given. */
+    void appendEach(const QObject *owner, std::initializer_list<ParamPtr> params)
     {
-        ++reads;
-        return BPDouble::readPrivate(packet);
+        for (const ParamPtr &param : params)
+            subscription.append(param, owner);
     }
-    void setState(unsigned int newState) override
-    {
-        ++states;
-        if (onState)
-            onState();
-        BPDouble::setState(newState);
-    }
-    void dropFlag() override
-    {
-        ++drops;
-        if (onDrop)
-            onDrop();
-        BPDouble::dropFlag();
-    }
-    int reads = 0;
-    int states = 0;
-    int drops = 0;
-    std::function<void()> onState;
-    std::function<void()> onDrop;
+
+    QObject client;
+    ClientParamSubscription subscription;
 };
 
 } // namespace
 
-TEST(ClientSubscription, StartsEmpty)
+TEST_F(ClientSubscription, StartsEmpty)
 {
-    ClientParamSubscription subscription;
     EXPECT_EQ(subscription.count(), 0);
     EXPECT_TRUE(subscription.dateTime().isNull());
     EXPECT_TRUE(subscription.allQueries().isEmpty());
 }
 
-TEST(ClientSubscription, QueryForUnknownClientHasNullToken)
+TEST_F(ClientSubscription, QueryForUnknownClientHasNullToken)
 {
-    QObject client;
-    ClientParamSubscription subscription;
     const ParamSubscriptionQuery query = subscription.query(&client);
     EXPECT_EQ(query.parent(), nullptr);
     EXPECT_TRUE(query.ids.isEmpty());
     EXPECT_TRUE(query.refreshIds.isEmpty());
-    EXPECT_EQ(query.getHeader().serviceId, 3);
-    EXPECT_EQ(query.getHeader().messageId, 1);
-    EXPECT_EQ(query.getHeader().messageType, 1);
+    EXPECT_EQ(identityOf(query), (QList<qint32>{3, 1, 1}));
 }
 
-TEST(ClientSubscription, QueryStatesTheWholeWish)
+TEST_F(ClientSubscription, QueryStatesTheWholeWish)
 {
-    QObject client;
-    ClientParamSubscription subscription;
     const ParamPtr a(new BPDouble(1));
     const ParamPtr b(new BPDouble(2));
     const ParamPtr c(new BPDouble(2));
     c->setRefreshAnyway(true);
-    subscription.append(a, &client);
-    subscription.append(b, &client);
-    subscription.append(c, &client);
-    subscription.append(a, &client);
+    appendEach(&client, {a, b, c, a});
     const ParamSubscriptionQuery query = subscription.query(&client);
     EXPECT_EQ(query.parent(), &client);
     EXPECT_EQ(query.ids, (QSet<int>{1, 2}));
@@ -110,11 +84,9 @@ TEST(ClientSubscription, QueryStatesTheWholeWish)
     EXPECT_EQ(subscription.query(&client).refreshIds, (QSet<int>{1, 2}));
 }
 
-TEST(ClientSubscription, RemoveOldForUnknownClientLogsOneLine)
+TEST_F(ClientSubscription, RemoveOldForUnknownClientLogsOneLine)
 {
-    QObject client;
     QObject other;
-    ClientParamSubscription subscription;
     const ParamPtr a(new BPDouble(1));
     subscription.append(a, &other);
     LogCapture log;
@@ -124,15 +96,12 @@ TEST(ClientSubscription, RemoveOldForUnknownClientLogsOneLine)
     EXPECT_EQ(subscription.query(&other).ids, (QSet<int>{1}));
 }
 
-TEST(ClientSubscription, RemoveOldLogsClientThenEachIdentifier)
+TEST_F(ClientSubscription, RemoveOldLogsClientThenEachIdentifier)
 {
-    QObject client;
-    ClientParamSubscription subscription;
     const ParamPtr a(new BPDouble(7));
     const ParamPtr b(new BPString(-2)); // identifier 4294967294
     const ParamPtr notRegistered(new BPDouble(12));
-    subscription.append(a, &client);
-    subscription.append(b, &client);
+    appendEach(&client, {a, b});
     LogCapture log;
     subscription.removeOld({a, notRegistered, b}, &client);
     EXPECT_EQ(log.captured(), (QStringList{removeOldLine(pointerText(&client)), removeOldLine(QStringLiteral("7")),
@@ -140,10 +109,8 @@ TEST(ClientSubscription, RemoveOldLogsClientThenEachIdentifier)
                                            removeOldLine(QStringLiteral("4294967294"))}));
 }
 
-TEST(ClientSubscription, RemovingTheLastObjectKeepsTheClient)
+TEST_F(ClientSubscription, RemovingTheLastObjectKeepsTheClient)
 {
-    QObject client;
-    ClientParamSubscription subscription;
     const ParamPtr a(new BPDouble(1));
     subscription.append(a, &client);
     LogCapture log;
@@ -159,42 +126,33 @@ TEST(ClientSubscription, RemovingTheLastObjectKeepsTheClient)
     EXPECT_TRUE(all.first().ids.isEmpty());
 }
 
-TEST(ClientSubscription, RemoveOldTakesEveryEntryOfTheObject)
+TEST_F(ClientSubscription, RemoveOldTakesEveryEntryOfTheObject)
 {
-    QObject client;
-    ClientParamSubscription subscription;
     const ParamPtr a(new BPDouble(1));
-    subscription.append(a, &client);
-    subscription.append(a, &client);
+    appendEach(&client, {a, a});
     LogCapture log;
     subscription.removeOld({a}, &client);
     EXPECT_TRUE(subscription.query(&client).ids.isEmpty());
     EXPECT_EQ(log.captured().size(), 2);
 }
 
-TEST(ClientSubscription, RemoveOldLeavesOtherObjectsOfTheIdentifier)
+TEST_F(ClientSubscription, RemoveOldLeavesOtherObjectsOfTheIdentifier)
 {
-    QObject client;
-    ClientParamSubscription subscription;
     const QSharedPointer<ProbeDouble> a(new ProbeDouble(1));
     const QSharedPointer<ProbeDouble> b(new ProbeDouble(1));
-    subscription.append(a, &client);
-    subscription.append(b, &client);
+    appendEach(&client, {a, b});
     LogCapture log;
     subscription.removeOld({a}, &client);
     EXPECT_EQ(subscription.query(&client).ids, (QSet<int>{1}));
 
     // Only b still receives the identifier's record.
-    ASSERT_TRUE(subscription.newDataSlot(
-        received(subscriptionResultBody({1}, doubleRecord(1, 8, 3.0), answerTime(), tokenOf(&client)))));
+    ASSERT_TRUE(subscription.newDataSlot(subscriptionAnswer(&client, {1}, doubleRecord(1, 8, 3.0))));
     EXPECT_EQ(a->reads, 0);
     EXPECT_EQ(b->reads, 1);
 }
 
-TEST(ClientSubscription, RemoveOldReleasesTheObject)
+TEST_F(ClientSubscription, RemoveOldReleasesTheObject)
 {
-    QObject client;
-    ClientParamSubscription subscription;
     QWeakPointer<AbstractParameterBase> watch;
     {
         const ParamPtr a(new BPDouble(1));
@@ -206,11 +164,9 @@ TEST(ClientSubscription, RemoveOldReleasesTheObject)
     EXPECT_TRUE(watch.isNull());
 }
 
-TEST(ClientSubscription, RemoveOnEmptyOrUnknownDoesNothing)
+TEST_F(ClientSubscription, RemoveOnEmptyOrUnknownDoesNothing)
 {
-    QObject client;
     QObject other;
-    ClientParamSubscription subscription;
     subscription.remove(&client);
     EXPECT_EQ(subscription.count(), 0);
     subscription.append(ParamPtr(new BPDouble(1)), &other);
@@ -221,23 +177,20 @@ TEST(ClientSubscription, RemoveOnEmptyOrUnknownDoesNothing)
     EXPECT_EQ(subscription.query(&other).parent(), nullptr);
 }
 
-TEST(ClientSubscription, AllQueriesOnEmptyAggregateIsEmpty)
+TEST_F(ClientSubscription, AllQueriesOnEmptyAggregateIsEmpty)
 {
-    ClientParamSubscription subscription;
     EXPECT_TRUE(subscription.allQueries().isEmpty());
 }
 
-TEST(ClientSubscription, AllQueriesHasOneQueryPerClient)
+TEST_F(ClientSubscription, AllQueriesHasOneQueryPerClient)
 {
     QObject panel;
     QObject logger;
-    ClientParamSubscription subscription;
     const ParamPtr shared(new BPDouble(1));
     const ParamPtr refreshing(new BPDouble(2));
     refreshing->setRefreshAnyway(true);
     subscription.append(shared, &panel);
-    subscription.append(shared, &logger);
-    subscription.append(refreshing, &logger);
+    appendEach(&logger, {shared, refreshing});
     const QList<ParamSubscriptionQuery> all = subscription.allQueries();
     ASSERT_EQ(all.size(), 2);
     for (const ParamSubscriptionQuery &query : all) {
@@ -253,12 +206,11 @@ TEST(ClientSubscription, AllQueriesHasOneQueryPerClient)
     }
 }
 
-TEST(ClientSubscription, AllQueriesFollowTheClientTableOrder)
+TEST_F(ClientSubscription, AllQueriesFollowTheClientTableOrder)
 {
     // The client table is a hash keyed by the client's address; the queries come in its
     // iteration order, which a hash with the same keys inserted in the same order shares.
     QObject clients[12];
-    ClientParamSubscription subscription;
     QHash<const QObject *, int> sameKeys;
     for (int i = 0; i < 12; ++i) {
         subscription.append(ParamPtr(new BPDouble(unsigned(i))), &clients[i]);
@@ -272,49 +224,41 @@ TEST(ClientSubscription, AllQueriesFollowTheClientTableOrder)
     EXPECT_EQ(order, sameKeys.keys());
 }
 
-TEST(ClientSubscription, NullOrUnknownTokenReturnsTrueAndMovesTheTime)
+TEST_F(ClientSubscription, NullOrUnknownTokenReturnsTrueAndMovesTheTime)
 {
-    QObject client;
     QObject stranger;
-    ClientParamSubscription subscription;
     const QSharedPointer<ProbeDouble> a(new ProbeDouble(1));
     subscription.append(a, &client);
 
-    EXPECT_TRUE(subscription.newDataSlot(received(subscriptionResultBody({1}, doubleRecord(1, 8, 1.0), answerTime(1), 0))));
+    EXPECT_TRUE(subscription.newDataSlot(subscriptionAnswer(nullptr, {1}, doubleRecord(1, 8, 1.0), answerTime(1))));
     EXPECT_EQ(subscription.dateTime(), answerTime(1));
-    EXPECT_TRUE(subscription.newDataSlot(
-        received(subscriptionResultBody({1}, doubleRecord(1, 8, 1.0), answerTime(2), tokenOf(&stranger)))));
+    EXPECT_TRUE(subscription.newDataSlot(subscriptionAnswer(&stranger, {1}, doubleRecord(1, 8, 1.0), answerTime(2))));
     EXPECT_EQ(subscription.dateTime(), answerTime(2));
     EXPECT_EQ(a->reads, 0);
 }
 
-TEST(ClientSubscription, NullTokenIsNoClientEvenIfOneWasAppendedUnderNull)
+TEST_F(ClientSubscription, NullTokenIsNoClientEvenIfOneWasAppendedUnderNull)
 {
-    ClientParamSubscription subscription;
     const QSharedPointer<ProbeDouble> a(new ProbeDouble(1));
     subscription.append(a, nullptr);
     ASSERT_EQ(subscription.count(), 1);
-    EXPECT_TRUE(subscription.newDataSlot(received(subscriptionResultBody({1}, doubleRecord(1, 8, 1.0), answerTime(3), 0))));
+    EXPECT_TRUE(subscription.newDataSlot(subscriptionAnswer(nullptr, {1}, doubleRecord(1, 8, 1.0), answerTime(3))));
     EXPECT_EQ(a->reads, 0);
     EXPECT_EQ(subscription.dateTime(), answerTime(3));
 }
 
-TEST(ClientSubscription, TimeOfEveryResultThatReadsIsTakenEvenWhenNull)
+TEST_F(ClientSubscription, TimeOfEveryResultThatReadsIsTakenEvenWhenNull)
 {
-    QObject client;
-    ClientParamSubscription subscription;
-    ASSERT_TRUE(subscription.newDataSlot(received(subscriptionResultBody({}, QByteArray(), answerTime(4), tokenOf(&client)))));
+    ASSERT_TRUE(subscription.newDataSlot(subscriptionAnswer(&client, {}, QByteArray(), answerTime(4))));
     ASSERT_EQ(subscription.dateTime(), answerTime(4));
-    EXPECT_TRUE(subscription.newDataSlot(received(subscriptionResultBody({}, QByteArray(), QDateTime(), tokenOf(&client)))));
+    EXPECT_TRUE(subscription.newDataSlot(subscriptionAnswer(&client, {}, QByteArray(), QDateTime())));
     EXPECT_TRUE(subscription.dateTime().isNull());
 }
 
-TEST(ClientSubscription, MessageThatDoesNotReadLeavesTheTime)
+TEST_F(ClientSubscription, MessageThatDoesNotReadLeavesTheTime)
 {
-    QObject client;
-    ClientParamSubscription subscription;
     subscription.append(ParamPtr(new BPDouble(1)), &client);
-    ASSERT_TRUE(subscription.newDataSlot(received(subscriptionResultBody({}, QByteArray(), answerTime(5), tokenOf(&client)))));
+    ASSERT_TRUE(subscription.newDataSlot(subscriptionAnswer(&client, {}, QByteArray(), answerTime(5))));
     QProtocolStruct shortMessage;
     shortMessage.setPacket(QByteArray(20, '\0')); // shorter than a header
     EXPECT_FALSE(subscription.newDataSlot(shortMessage));
@@ -323,73 +267,57 @@ TEST(ClientSubscription, MessageThatDoesNotReadLeavesTheTime)
     EXPECT_FALSE(subscription.newDataSlot(empty));
 }
 
-TEST(ClientSubscription, DroppedIdentifierFailsAfterApplyingWhatCameBefore)
+TEST_F(ClientSubscription, DroppedIdentifierFailsAfterApplyingWhatCameBefore)
 {
-    QObject client;
-    ClientParamSubscription subscription;
     const QSharedPointer<BPDouble> one(new BPDouble(1));
     const QSharedPointer<BPDouble> two(new BPDouble(2));
     const QSharedPointer<BPDouble> three(new BPDouble(3));
-    subscription.append(one, &client);
-    subscription.append(two, &client);
-    subscription.append(three, &client);
+    appendEach(&client, {one, two, three});
     LogCapture log;
     subscription.removeOld({two}, &client); // after the query went out
     const QByteArray data = doubleRecord(1, 8, 1.0) + doubleRecord(2, 8, 2.0) + doubleRecord(3, 8, 3.0);
-    EXPECT_FALSE(subscription.newDataSlot(received(subscriptionResultBody({1, 2, 3}, data, answerTime(6), tokenOf(&client)))));
+    EXPECT_FALSE(subscription.newDataSlot(subscriptionAnswer(&client, {1, 2, 3}, data, answerTime(6))));
     EXPECT_EQ(one->getValue(), 1.0);
     EXPECT_EQ(two->getValue(), 0.0);
     EXPECT_EQ(three->getValue(), 0.0);
     EXPECT_EQ(subscription.dateTime(), answerTime(6));
 }
 
-TEST(ClientSubscription, SharedObjectReadsOnlyForTheNamedClient)
+TEST_F(ClientSubscription, SharedObjectReadsOnlyForTheNamedClient)
 {
     QObject panel;
     QObject logger;
-    ClientParamSubscription subscription;
     const QSharedPointer<ProbeDouble> shared(new ProbeDouble(1));
     subscription.append(shared, &panel);
     subscription.append(shared, &logger);
-    ASSERT_TRUE(subscription.newDataSlot(
-        received(subscriptionResultBody({1}, doubleRecord(1, 8, 4.5), answerTime(), tokenOf(&logger)))));
+    ASSERT_TRUE(subscription.newDataSlot(subscriptionAnswer(&logger, {1}, doubleRecord(1, 8, 4.5))));
     EXPECT_EQ(shared->reads, 1);
     EXPECT_EQ(shared->getValue(), 4.5);
 }
 
-TEST(ClientSubscription, ObjectAppendedTwiceReadsEachRecordTwice)
+TEST_F(ClientSubscription, ObjectAppendedTwiceReadsEachRecordTwice)
 {
-    QObject client;
-    ClientParamSubscription subscription;
     const QSharedPointer<ProbeDouble> a(new ProbeDouble(1));
     const QSharedPointer<ProbeDouble> b(new ProbeDouble(2));
-    subscription.append(a, &client);
-    subscription.append(a, &client);
-    subscription.append(b, &client);
+    appendEach(&client, {a, a, b});
     EXPECT_EQ(subscription.query(&client).ids, (QSet<int>{1, 2}));
     const QByteArray data = doubleRecord(1, 8, 1.0) + doubleRecord(2, 8, 2.0);
-    ASSERT_TRUE(subscription.newDataSlot(received(subscriptionResultBody({1, 2}, data, answerTime(), tokenOf(&client)))));
+    ASSERT_TRUE(subscription.newDataSlot(subscriptionAnswer(&client, {1, 2}, data)));
     EXPECT_EQ(a->reads, 2);
     EXPECT_EQ(b->reads, 1);
     EXPECT_EQ(b->getValue(), 2.0); // the stream stood behind the record after both reads
 }
 
-TEST(ClientSubscription, SeveralObjectsUnderOneIdentifierOfMixedKinds)
+TEST_F(ClientSubscription, SeveralObjectsUnderOneIdentifierOfMixedKinds)
 {
-    QObject client;
-    ClientParamSubscription subscription;
     const QSharedPointer<BPVariant> v1(new BPVariant(10));
     const QSharedPointer<BPVariant> v2(new BPVariant(10));
     const QSharedPointer<BPString> s(new BPString(11));
     const QSharedPointer<BPDouble> d(new BPDouble(12));
-    subscription.append(v1, &client);
-    subscription.append(v2, &client);
-    subscription.append(s, &client);
-    subscription.append(d, &client);
+    appendEach(&client, {v1, v2, s, d});
     const QByteArray data = variantRecordWithLimits(10, 512, QVariant(99.0)) +
                             stringRecord(11, 8, QStringLiteral("manual")) + doubleRecord(12, 64, 0.5);
-    ASSERT_TRUE(subscription.newDataSlot(
-        received(subscriptionResultBody({10, 11, 12}, data, answerTime(), tokenOf(&client)))));
+    ASSERT_TRUE(subscription.newDataSlot(subscriptionAnswer(&client, {10, 11, 12}, data)));
     for (const auto &v : {v1, v2}) {
         EXPECT_EQ(v->getValue(), QVariant(99.0));
         EXPECT_EQ(v->getState(), 512u);
@@ -401,118 +329,89 @@ TEST(ClientSubscription, SeveralObjectsUnderOneIdentifierOfMixedKinds)
     EXPECT_EQ(d->getState(), 64u);
 }
 
-TEST(ClientSubscription, RecordForAnotherIdentifierIsRefused)
+TEST_F(ClientSubscription, RecordForAnotherIdentifierIsRefused)
 {
-    QObject client;
-    ClientParamSubscription subscription;
     const QSharedPointer<BPDouble> one(new BPDouble(1));
     const QSharedPointer<BPDouble> two(new BPDouble(2));
-    subscription.append(one, &client);
-    subscription.append(two, &client);
+    appendEach(&client, {one, two});
     // The list names 1 and 2, but the first record is for 2.
     const QByteArray data = doubleRecord(2, 256, 2.0) + doubleRecord(1, 8, 1.0);
-    EXPECT_FALSE(subscription.newDataSlot(received(subscriptionResultBody({1, 2}, data, answerTime(), tokenOf(&client)))));
+    EXPECT_FALSE(subscription.newDataSlot(subscriptionAnswer(&client, {1, 2}, data)));
     EXPECT_EQ(one->getState(), 256u); // the refused record's state was taken
     EXPECT_FALSE(one->changed());
     EXPECT_FALSE(two->changed());
 }
 
-TEST(ClientSubscription, LatestAppendedReadsFirstAndARefusalStopsTheRest)
+TEST_F(ClientSubscription, LatestAppendedReadsFirstAndARefusalStopsTheRest)
 {
-    class RefusingDouble : public ProbeDouble
-    {
-    public:
-        using ProbeDouble::ProbeDouble;
-        bool readPrivate(QContainerPacket &packet) override
-        {
-            ProbeDouble::readPrivate(packet);
-            return false;
-        }
-    };
-    QObject client;
-    ClientParamSubscription subscription;
     const QSharedPointer<ProbeDouble> early(new ProbeDouble(3));
-    const QSharedPointer<RefusingDouble> late(new RefusingDouble(3));
+    const QSharedPointer<ProbeDouble> late(new ProbeDouble(3));
     const QSharedPointer<ProbeDouble> next(new ProbeDouble(4));
-    subscription.append(early, &client);
-    subscription.append(late, &client);
-    subscription.append(next, &client);
+    late->refuses = true;
+    appendEach(&client, {early, late, next});
     const QByteArray data = doubleRecord(3, 8, 9.0) + doubleRecord(4, 8, 4.0);
-    EXPECT_FALSE(subscription.newDataSlot(received(subscriptionResultBody({3, 4}, data, answerTime(), tokenOf(&client)))));
+    EXPECT_FALSE(subscription.newDataSlot(subscriptionAnswer(&client, {3, 4}, data)));
     EXPECT_EQ(late->reads, 1);
     EXPECT_EQ(late->getValue(), 9.0);
     EXPECT_EQ(early->reads, 0); // never reached
     EXPECT_EQ(next->reads, 0);
 }
 
-TEST(ClientSubscription, TruncatedRecordReadsAsZeros)
+TEST_F(ClientSubscription, TruncatedRecordReadsAsZeros)
 {
-    QObject client;
-    ClientParamSubscription subscription;
     const QSharedPointer<BPDouble> one(new BPDouble(1));
     const QSharedPointer<BPDouble> two(new BPDouble(2));
-    subscription.append(one, &client);
-    subscription.append(two, &client);
+    appendEach(&client, {one, two});
     one->setValue(9.0);
     const QByteArray data = doubleRecord(1, 8, 1.0).left(16);
     // The second record is not there at all: its identifier reads as 0.
-    EXPECT_FALSE(subscription.newDataSlot(received(subscriptionResultBody({1, 2}, data, answerTime(), tokenOf(&client)))));
+    EXPECT_FALSE(subscription.newDataSlot(subscriptionAnswer(&client, {1, 2}, data)));
     EXPECT_EQ(one->getValue(), 0.0);
     EXPECT_EQ(one->getState(), 8u);
     EXPECT_EQ(two->getState(), 0u);
 }
 
-TEST(ClientSubscription, RecordOfTheWrongKindGoesToTheObjectsPayload)
+TEST_F(ClientSubscription, RecordOfTheWrongKindGoesToTheObjectsPayload)
 {
     // A double record for a variant: the identifier matches, the type is not compared,
     // and the variant reads the double's bytes as a variant.
-    QObject client;
-    ClientParamSubscription subscription;
     const QSharedPointer<BPVariant> v(new BPVariant(1));
     subscription.append(v, &client);
-    EXPECT_TRUE(subscription.newDataSlot(
-        received(subscriptionResultBody({1}, doubleRecord(1, 8, 1.0), answerTime(), tokenOf(&client)))));
+    EXPECT_TRUE(subscription.newDataSlot(subscriptionAnswer(&client, {1}, doubleRecord(1, 8, 1.0))));
     EXPECT_TRUE(v->changed());
     EXPECT_EQ(v->getState(), 8u);
     // 1.0 is 3F F0 00 .. : the type word 0x3FF00000 names no known type.
     EXPECT_FALSE(v->getValue().isValid());
 }
 
-TEST(ClientSubscription, ClearKeepsTheTime)
+TEST_F(ClientSubscription, ClearKeepsTheTime)
 {
-    QObject client;
-    ClientParamSubscription subscription;
     subscription.append(ParamPtr(new BPDouble(1)), &client);
-    ASSERT_TRUE(subscription.newDataSlot(
-        received(subscriptionResultBody({1}, doubleRecord(1, 8, 1.0), answerTime(8), tokenOf(&client)))));
+    ASSERT_TRUE(subscription.newDataSlot(subscriptionAnswer(&client, {1}, doubleRecord(1, 8, 1.0), answerTime(8))));
     subscription.clear();
     EXPECT_EQ(subscription.count(), 0);
     EXPECT_EQ(subscription.dateTime(), answerTime(8));
     EXPECT_EQ(subscription.query(&client).parent(), nullptr);
 }
 
-TEST(ClientSubscription, SweepsOnEmptyAggregateDoNothing)
+TEST_F(ClientSubscription, SweepsOnEmptyAggregateDoNothing)
 {
-    ClientParamSubscription subscription;
     subscription.setState(8);
     subscription.dropFlags();
     EXPECT_EQ(subscription.count(), 0);
 }
 
-TEST(ClientSubscription, SetStateReachesEveryEntryThroughTheBase)
+TEST_F(ClientSubscription, SetStateReachesEveryEntryThroughTheBase)
 {
     QObject panel;
     QObject logger;
-    ClientParamSubscription subscription;
     const QSharedPointer<ProbeDouble> a(new ProbeDouble(1));
     const QSharedPointer<BPVariant> v(new BPVariant(2));
     v->limitsPrivate().setLowPossibleSetpoint(true, 0.0);
     v->limitsPrivate().setHiWarningSetpoint(true, 10.0);
     v->setValue(50.0);
-    subscription.append(a, &panel);
-    subscription.append(a, &panel);
-    subscription.append(a, &logger);
-    subscription.append(v, &logger);
+    appendEach(&panel, {a, a});
+    appendEach(&logger, {a, v});
     subscription.setState(8);
     EXPECT_EQ(a->states, 3);
     EXPECT_EQ(a->getState(), 8u);
@@ -521,16 +420,14 @@ TEST(ClientSubscription, SetStateReachesEveryEntryThroughTheBase)
     EXPECT_EQ(v->getState(), 128u); // the value was still pending
 }
 
-TEST(ClientSubscription, DropFlagsReachesEveryEntry)
+TEST_F(ClientSubscription, DropFlagsReachesEveryEntry)
 {
     QObject panel;
     QObject logger;
-    ClientParamSubscription subscription;
     const QSharedPointer<ProbeDouble> a(new ProbeDouble(1));
     const QSharedPointer<BPVariant> v(new BPVariant(2));
     subscription.append(a, &panel);
-    subscription.append(a, &logger);
-    subscription.append(v, &logger);
+    appendEach(&logger, {a, v});
     a->upFlag();
     v->limitsPrivate().setHiWarningSetpoint(true, 1.0);
     ASSERT_TRUE(v->changed());
@@ -540,16 +437,14 @@ TEST(ClientSubscription, DropFlagsReachesEveryEntry)
     EXPECT_FALSE(v->changed());
 }
 
-TEST(ClientSubscription, ReactionInsideASweepDoesNotDisturbIt)
+TEST_F(ClientSubscription, ReactionInsideASweepDoesNotDisturbIt)
 {
     QObject panel;
     QObject logger;
-    ClientParamSubscription subscription;
     const QSharedPointer<ProbeDouble> a(new ProbeDouble(1));
     const QSharedPointer<ProbeDouble> b(new ProbeDouble(2));
     const QSharedPointer<ProbeDouble> c(new ProbeDouble(3));
-    subscription.append(a, &panel);
-    subscription.append(b, &panel);
+    appendEach(&panel, {a, b});
     subscription.append(c, &logger);
 
     // Whoever is called first removes both clients, appends a newcomer and drops the
@@ -577,8 +472,7 @@ TEST(ClientSubscription, ReactionInsideASweepDoesNotDisturbIt)
     reacted = false;
     for (const auto &p : {a, b, c})
         p->onState = nullptr;
-    subscription.append(a, &panel);
-    subscription.append(b, &panel);
+    appendEach(&panel, {a, b});
     for (const auto &p : {a, b, d})
         p->onDrop = [&] {
             if (reacted)
@@ -591,7 +485,7 @@ TEST(ClientSubscription, ReactionInsideASweepDoesNotDisturbIt)
     EXPECT_EQ(subscription.count(), 0);
 }
 
-TEST(ClientSubscription, ObjectsOnlyTheAggregateHeldSurviveTheirOwnReaction)
+TEST_F(ClientSubscription, ObjectsOnlyTheAggregateHeldSurviveTheirOwnReaction)
 {
     class SelfRemovingDouble : public BPDouble
     {
@@ -612,13 +506,10 @@ TEST(ClientSubscription, ObjectsOnlyTheAggregateHeldSurviveTheirOwnReaction)
         const QObject *client;
         int drops = 0;
     };
-    QObject client;
-    ClientParamSubscription subscription;
     QWeakPointer<AbstractParameterBase> watch;
     {
         const ParamPtr p(new SelfRemovingDouble(1, &subscription, &client));
-        subscription.append(p, &client);
-        subscription.append(p, &client);
+        appendEach(&client, {p, p});
         watch = p;
     }
     subscription.dropFlags(); // must not touch a destroyed object
@@ -626,10 +517,8 @@ TEST(ClientSubscription, ObjectsOnlyTheAggregateHeldSurviveTheirOwnReaction)
     EXPECT_EQ(subscription.count(), 0);
 }
 
-TEST(ClientSubscription, NullAppendMakesTheClientKnown)
+TEST_F(ClientSubscription, NullAppendMakesTheClientKnown)
 {
-    QObject client;
-    ClientParamSubscription subscription;
     subscription.append(ParamPtr(), &client);
     EXPECT_EQ(subscription.count(), 1);
     EXPECT_EQ(subscription.query(&client).parent(), &client);

@@ -3,10 +3,14 @@
 
 // Builders for the exchange tests. Records and result bodies are written here with plain
 // QDataStream writes, field by field, as a server would put them on the wire; nothing
-// here uses the library's writers.
+// here uses the library's writers. Also a probe parameter object that counts what is done
+// to it.
 
+#include "messageheader.h"
 #include "telortest.h"
 
+#include "bpdouble.h"
+#include "qcontainerpacket.h"
 #include "qprotocolstruct.h"
 
 #include <QtCore/QDateTime>
@@ -14,9 +18,13 @@
 #include <QtCore/QObject>
 #include <QtCore/QVariant>
 
+#include <functional>
+
 namespace exchangetest {
 
+using telortest::identityOf;
 using telortest::plainBytes;
+using telortest::routeOf;
 
 /** The wire form of a client token. */
 inline qint64 tokenOf(const QObject *client)
@@ -59,14 +67,21 @@ inline QByteArray leadingId(qint32 id)
     return plainBytes([&](QDataStream &s) { s << id; });
 }
 
+/** The identifier list of a result body: the count, then each identifier as a 32-bit word. */
+template<typename Id>
+void plainIds(QDataStream &s, const QList<Id> &ids)
+{
+    s << quint32(ids.size());
+    for (Id id : ids)
+        s << id;
+}
+
 /** A values result body: ids, data, time, token. */
 inline QByteArray valuesResultBody(const QList<quint32> &ids, const QByteArray &data, const QDateTime &when,
                                    qint64 token)
 {
     return plainBytes([&](QDataStream &s) {
-        s << quint32(ids.size());
-        for (quint32 id : ids)
-            s << id;
+        plainIds(s, ids);
         s << data << when << token;
     });
 }
@@ -76,9 +91,7 @@ inline QByteArray subscriptionResultBody(const QList<qint32> &ids, const QByteAr
                                          qint64 token)
 {
     return plainBytes([&](QDataStream &s) {
-        s << quint32(ids.size());
-        for (qint32 id : ids)
-            s << id;
+        plainIds(s, ids);
         s << data << when << token;
     });
 }
@@ -92,9 +105,7 @@ inline QByteArray resultBodyWithRawTime(const QList<qint32> &ids, const QByteArr
                                         qint64 token)
 {
     return plainBytes([&](QDataStream &s) {
-        s << quint32(ids.size());
-        for (qint32 id : ids)
-            s << id;
+        plainIds(s, ids);
         s << data;
     }) + timeBytes + plainBytes([&](QDataStream &s) { s << token; });
 }
@@ -107,13 +118,19 @@ inline QByteArray zonedTimeBytes(const QString &zoneName)
     });
 }
 
+/** A message as the transport hands over @p packet: untyped. */
+inline QProtocolStruct transported(const QByteArray &packet)
+{
+    QProtocolStruct message;
+    message.setPacket(packet);
+    return message;
+}
+
 /** A message as the transport hands it over: untyped, holding a server's packet. */
 inline QProtocolStruct received(const QByteArray &body, qint32 serviceId = 3, qint32 messageId = 1,
                                 qint32 messageType = 1)
 {
-    QProtocolStruct message;
-    message.setPacket(telortest::packetBytes(serviceId, messageId, messageType, body));
-    return message;
+    return transported(telortest::packetBytes(serviceId, messageId, messageType, body));
 }
 
 /** A fixed time for answers. */
@@ -121,6 +138,53 @@ inline QDateTime answerTime(int second = 0)
 {
     return QDateTime(QDate(2026, 3, 5), QTime(14, 7, second, 42), Qt::UTC);
 }
+
+/**
+ * A subscription result for @p client as the transport hands it over: the identifiers,
+ * the records in @p data, the time and the client's token.
+ */
+inline QProtocolStruct subscriptionAnswer(const QObject *client, const QList<qint32> &ids, const QByteArray &data,
+                                          const QDateTime &when = answerTime())
+{
+    return received(subscriptionResultBody(ids, data, when, tokenOf(client)));
+}
+
+/**
+ * A double that counts its reads, state assignments and flag drops, can run a reaction
+ * when its state is set or its flag dropped, and refuses every record it has read when
+ * @c refuses is set.
+ */
+class ProbeDouble : public BPDouble
+{
+public:
+    using BPDouble::BPDouble;
+    bool readPrivate(QContainerPacket &packet) override
+    {
+        ++reads;
+        const bool result = BPDouble::readPrivate(packet);
+        return refuses ? false : result;
+    }
+    void setState(unsigned int newState) override
+    {
+        ++states;
+        if (onState)
+            onState();
+        BPDouble::setState(newState);
+    }
+    void dropFlag() override
+    {
+        ++drops;
+        if (onDrop)
+            onDrop();
+        BPDouble::dropFlag();
+    }
+    int reads = 0;
+    int states = 0;
+    int drops = 0;
+    bool refuses = false;
+    std::function<void()> onState;
+    std::function<void()> onDrop;
+};
 
 } // namespace exchangetest
 

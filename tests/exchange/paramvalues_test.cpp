@@ -37,6 +37,21 @@ QByteArray doubleEntry(qint32 id, qint32 state, double value)
     return leadingId(id) + doubleRecord(id, state, value);
 }
 
+/** A values result for @p client as the application receives it: identifiers, data, time and token. */
+ParamValuesResult valuesAnswer(const QObject *client, const QList<quint32> &ids, const QByteArray &data,
+                               const QDateTime &when = answerTime())
+{
+    return receivedValues(valuesResultBody(ids, data, when, tokenOf(client)));
+}
+
+/** A structure of one client's parameter objects, empty at the start. */
+class ValuesStruct : public ::testing::Test
+{
+protected:
+    QObject client;
+    ParamValuesStruct values{&client};
+};
+
 } // namespace
 
 // --- ParamValuesQuery ---------------------------------------------------------------
@@ -44,10 +59,7 @@ QByteArray doubleEntry(qint32 id, qint32 state, double value)
 TEST(ValuesQuery, IdentityAndDefaults)
 {
     ParamValuesQuery query;
-    const QProtocolHeader header = query.getHeader();
-    EXPECT_EQ(header.serviceId, 3);
-    EXPECT_EQ(header.messageId, 8);
-    EXPECT_EQ(header.messageType, 1);
+    EXPECT_EQ(identityOf(query), (QList<qint32>{3, 8, 1}));
     EXPECT_EQ(query.parent, nullptr);
     EXPECT_TRUE(query.ids.isEmpty());
 }
@@ -108,10 +120,7 @@ TEST(ValuesQuery, HugeCountReadsAsEmpty)
 TEST(ValuesResult, HeaderIsNotStamped)
 {
     ParamValuesResult result;
-    const QProtocolHeader header = result.getHeader();
-    EXPECT_EQ(header.serviceId, 0);
-    EXPECT_EQ(header.messageId, 0);
-    EXPECT_EQ(header.messageType, 0);
+    EXPECT_EQ(identityOf(result), (QList<qint32>{0, 0, 0}));
     EXPECT_TRUE(result.ids.isEmpty());
     EXPECT_TRUE(result.data.isEmpty());
     EXPECT_TRUE(result.dateTime.isNull());
@@ -135,11 +144,8 @@ TEST(ValuesResult, BodyClosesWithTheToken)
 TEST(ValuesResult, TakesItsIdentityFromThePacket)
 {
     QObject client;
-    const ParamValuesResult result =
-        receivedValues(valuesResultBody({}, QByteArray(), answerTime(), tokenOf(&client)));
-    EXPECT_EQ(result.getHeader().serviceId, 3);
-    EXPECT_EQ(result.getHeader().messageId, 8);
-    EXPECT_EQ(result.getHeader().messageType, 1);
+    const ParamValuesResult result = valuesAnswer(&client, {}, QByteArray());
+    EXPECT_EQ(identityOf(result), (QList<qint32>{3, 8, 1}));
     EXPECT_EQ(result.getQObject(), &client);
     EXPECT_EQ(result.dateTime, answerTime());
 }
@@ -192,20 +198,16 @@ TEST(ValuesResult, TimeInAnUnknownZoneReadsAsNullAndTheResultCanBeWrittenAgain)
 
 // --- ParamValuesStruct --------------------------------------------------------------
 
-TEST(ValuesStruct, EmptyStructure)
+TEST_F(ValuesStruct, EmptyStructure)
 {
-    QObject client;
-    ParamValuesStruct values(&client);
     EXPECT_TRUE(values.dateTime().isNull());
     const ParamValuesQuery query = values.query();
     EXPECT_EQ(query.parent, &client);
     EXPECT_TRUE(query.ids.isEmpty());
 }
 
-TEST(ValuesStruct, QueryListsEveryEntry)
+TEST_F(ValuesStruct, QueryListsEveryEntry)
 {
-    QObject client;
-    ParamValuesStruct values(&client);
     const ParamPtr a(new BPDouble(5));
     const ParamPtr b(new BPDouble(5));
     values.append(a);
@@ -220,12 +222,10 @@ TEST(ValuesStruct, QueryListsEveryEntry)
     EXPECT_EQ(packet.mid(0, 12), packetBytes(3, 8, 1, QByteArray()).mid(0, 12));
 }
 
-TEST(ValuesStruct, QueryFollowsTheOrderOfTheParameterTable)
+TEST_F(ValuesStruct, QueryFollowsTheOrderOfTheParameterTable)
 {
     // The identifiers come in the iteration order of the multi-hash of parameters, which a
     // hash with the same keys inserted in the same order shares: repeats stand together.
-    QObject client;
-    ParamValuesStruct values(&client);
     QMultiHash<unsigned int, int> sameKeys;
     for (unsigned int id : {40u, 7u, 123456u, 7u, 0u, 99u, 40u, 3u, 65536u, 7u, 12u, 5u}) {
         values.append(ParamPtr(new BPDouble(id)));
@@ -234,13 +234,10 @@ TEST(ValuesStruct, QueryFollowsTheOrderOfTheParameterTable)
     EXPECT_EQ(values.query().ids, sameKeys.keys());
 }
 
-TEST(ValuesStruct, ClearKeepsTokenAndTime)
+TEST_F(ValuesStruct, ClearKeepsTokenAndTime)
 {
-    QObject client;
-    ParamValuesStruct values(&client);
     values.append(ParamPtr(new BPDouble(1)));
-    ASSERT_TRUE(values.newDataSlot(receivedValues(
-        valuesResultBody({1u}, doubleEntry(1, 8, 2.0), answerTime(1), tokenOf(&client)))));
+    ASSERT_TRUE(values.newDataSlot(valuesAnswer(&client, {1u}, doubleEntry(1, 8, 2.0), answerTime(1))));
     values.clear();
     const ParamValuesQuery query = values.query();
     EXPECT_EQ(query.parent, &client);
@@ -252,18 +249,14 @@ TEST(ValuesStruct, ClearKeepsTokenAndTime)
     EXPECT_EQ(values.query().ids, (QList<unsigned int>{4u}));
 }
 
-TEST(ValuesStruct, NullAppendAddsNothing)
+TEST_F(ValuesStruct, NullAppendAddsNothing)
 {
-    QObject client;
-    ParamValuesStruct values(&client);
     values.append(ParamPtr());
     EXPECT_TRUE(values.query().ids.isEmpty());
 }
 
-TEST(ValuesStruct, AppliesRecordsOfMixedKinds)
+TEST_F(ValuesStruct, AppliesRecordsOfMixedKinds)
 {
-    QObject client;
-    ParamValuesStruct values(&client);
     const QSharedPointer<BPDouble> d(new BPDouble(1));
     const QSharedPointer<BPString> s(new BPString(2));
     const QSharedPointer<BPVariant> v(new BPVariant(3));
@@ -273,8 +266,7 @@ TEST(ValuesStruct, AppliesRecordsOfMixedKinds)
 
     const QByteArray data = doubleEntry(1, 64, -3.25) + leadingId(2) + stringRecord(2, 8, QStringLiteral("auto")) +
                             leadingId(3) + variantRecordWithLimits(3, 128, QVariant(85.0));
-    ASSERT_TRUE(values.newDataSlot(
-        receivedValues(valuesResultBody({1u, 2u, 3u}, data, answerTime(), tokenOf(&client)))));
+    ASSERT_TRUE(values.newDataSlot(valuesAnswer(&client, {1u, 2u, 3u}, data)));
     EXPECT_EQ(d->getValue(), -3.25);
     EXPECT_EQ(d->getState(), 64u);
     EXPECT_TRUE(d->changed());
@@ -285,101 +277,81 @@ TEST(ValuesStruct, AppliesRecordsOfMixedKinds)
     EXPECT_EQ(values.dateTime(), answerTime());
 }
 
-TEST(ValuesStruct, WrongTokenChangesNothing)
+TEST_F(ValuesStruct, WrongTokenChangesNothing)
 {
-    QObject client;
     QObject other;
-    ParamValuesStruct values(&client);
     const QSharedPointer<BPDouble> d(new BPDouble(1));
     values.append(d);
-    EXPECT_FALSE(values.newDataSlot(
-        receivedValues(valuesResultBody({1u}, doubleEntry(1, 8, 2.0), answerTime(), tokenOf(&other)))));
+    EXPECT_FALSE(values.newDataSlot(valuesAnswer(&other, {1u}, doubleEntry(1, 8, 2.0))));
     EXPECT_TRUE(values.dateTime().isNull());
     EXPECT_EQ(d->getValue(), 0.0);
     EXPECT_FALSE(d->changed());
 }
 
-TEST(ValuesStruct, EmptyIdsUpdatesTheTime)
+TEST_F(ValuesStruct, EmptyIdsUpdatesTheTime)
 {
-    QObject client;
-    ParamValuesStruct values(&client);
-    EXPECT_TRUE(values.newDataSlot(receivedValues(valuesResultBody({}, QByteArray(), answerTime(7), tokenOf(&client)))));
+    EXPECT_TRUE(values.newDataSlot(valuesAnswer(&client, {}, QByteArray(), answerTime(7))));
     EXPECT_EQ(values.dateTime(), answerTime(7));
 }
 
-TEST(ValuesStruct, TimeOfTheResultIsTakenAsItIsEvenWhenNull)
+TEST_F(ValuesStruct, TimeOfTheResultIsTakenAsItIsEvenWhenNull)
 {
-    QObject client;
-    ParamValuesStruct values(&client);
-    ASSERT_TRUE(values.newDataSlot(receivedValues(valuesResultBody({}, QByteArray(), answerTime(1), tokenOf(&client)))));
+    ASSERT_TRUE(values.newDataSlot(valuesAnswer(&client, {}, QByteArray(), answerTime(1))));
     ASSERT_EQ(values.dateTime(), answerTime(1));
-    EXPECT_TRUE(values.newDataSlot(receivedValues(valuesResultBody({}, QByteArray(), QDateTime(), tokenOf(&client)))));
+    EXPECT_TRUE(values.newDataSlot(valuesAnswer(&client, {}, QByteArray(), QDateTime())));
     EXPECT_TRUE(values.dateTime().isNull());
 
     // A time in an unknown zone arrives as a null time, and is taken as such.
-    values.newDataSlot(receivedValues(valuesResultBody({}, QByteArray(), answerTime(2), tokenOf(&client))));
+    values.newDataSlot(valuesAnswer(&client, {}, QByteArray(), answerTime(2)));
     ASSERT_EQ(values.dateTime(), answerTime(2));
     EXPECT_TRUE(values.newDataSlot(receivedValues(
         resultBodyWithRawTime({}, QByteArray(), zonedTimeBytes(QStringLiteral("Nowhere/Nothing")), tokenOf(&client)))));
     EXPECT_TRUE(values.dateTime().isNull());
 }
 
-TEST(ValuesStruct, UnregisteredIdentifierBeforeAnotherFails)
+TEST_F(ValuesStruct, UnregisteredIdentifierBeforeAnotherFails)
 {
-    QObject client;
-    ParamValuesStruct values(&client);
     const QSharedPointer<BPDouble> two(new BPDouble(2));
     values.append(two);
     // Nothing stands under 1: its record is not skipped, so the next comparison reads
     // the record's own identifier 1 where 2 is expected.
     const QByteArray data = doubleEntry(1, 8, 1.0) + doubleEntry(2, 8, 2.0);
-    EXPECT_FALSE(values.newDataSlot(
-        receivedValues(valuesResultBody({1u, 2u}, data, answerTime(2), tokenOf(&client)))));
+    EXPECT_FALSE(values.newDataSlot(valuesAnswer(&client, {1u, 2u}, data, answerTime(2))));
     EXPECT_EQ(two->getValue(), 0.0);
     EXPECT_EQ(values.dateTime(), answerTime(2)); // taken before the walk
 }
 
-TEST(ValuesStruct, UnregisteredIdentifierMeetsItsOwnRecordAtTheNextComparison)
+TEST_F(ValuesStruct, UnregisteredIdentifierMeetsItsOwnRecordAtTheNextComparison)
 {
-    QObject client;
-    ParamValuesStruct values(&client);
     const QSharedPointer<BPDouble> one(new BPDouble(1));
     values.append(one);
     // Nothing under 7, named twice: the second comparison reads the first word of the
     // record that was not skipped, the record's own identifier 7, and so matches.
     const QByteArray data = leadingId(7) + doubleRecord(7, 8, 7.0);
-    EXPECT_TRUE(values.newDataSlot(
-        receivedValues(valuesResultBody({7u, 7u}, data, answerTime(), tokenOf(&client)))));
+    EXPECT_TRUE(values.newDataSlot(valuesAnswer(&client, {7u, 7u}, data)));
     EXPECT_FALSE(one->changed());
 }
 
-TEST(ValuesStruct, UnregisteredLastIdentifierSucceeds)
+TEST_F(ValuesStruct, UnregisteredLastIdentifierSucceeds)
 {
-    QObject client;
-    ParamValuesStruct values(&client);
     const QSharedPointer<BPDouble> one(new BPDouble(1));
     values.append(one);
     const QByteArray data = doubleEntry(1, 8, 1.0) + doubleEntry(5, 8, 5.0);
-    EXPECT_TRUE(values.newDataSlot(
-        receivedValues(valuesResultBody({1u, 5u}, data, answerTime(), tokenOf(&client)))));
+    EXPECT_TRUE(values.newDataSlot(valuesAnswer(&client, {1u, 5u}, data)));
     EXPECT_EQ(one->getValue(), 1.0);
 }
 
-TEST(ValuesStruct, LeadingIdentifierMismatchFails)
+TEST_F(ValuesStruct, LeadingIdentifierMismatchFails)
 {
-    QObject client;
-    ParamValuesStruct values(&client);
     const QSharedPointer<BPDouble> one(new BPDouble(1));
     values.append(one);
     const QByteArray data = leadingId(2) + doubleRecord(1, 8, 1.0);
-    EXPECT_FALSE(values.newDataSlot(receivedValues(valuesResultBody({1u}, data, answerTime(), tokenOf(&client)))));
+    EXPECT_FALSE(values.newDataSlot(valuesAnswer(&client, {1u}, data)));
     EXPECT_FALSE(one->changed());
 }
 
-TEST(ValuesStruct, TwoObjectsUnderOneIdentifierBothRead)
+TEST_F(ValuesStruct, TwoObjectsUnderOneIdentifierBothRead)
 {
-    QObject client;
-    ParamValuesStruct values(&client);
     const QSharedPointer<BPDouble> first(new BPDouble(3));
     const QSharedPointer<BPDouble> second(new BPDouble(3));
     const QSharedPointer<BPDouble> four(new BPDouble(4));
@@ -387,8 +359,7 @@ TEST(ValuesStruct, TwoObjectsUnderOneIdentifierBothRead)
     values.append(second);
     values.append(four);
     const QByteArray data = doubleEntry(3, 128, 33.0) + doubleEntry(4, 8, 44.0);
-    ASSERT_TRUE(values.newDataSlot(
-        receivedValues(valuesResultBody({3u, 4u}, data, answerTime(), tokenOf(&client)))));
+    ASSERT_TRUE(values.newDataSlot(valuesAnswer(&client, {3u, 4u}, data)));
     EXPECT_EQ(first->getValue(), 33.0);
     EXPECT_EQ(second->getValue(), 33.0);
     EXPECT_EQ(first->getState(), 128u);
@@ -396,54 +367,28 @@ TEST(ValuesStruct, TwoObjectsUnderOneIdentifierBothRead)
     EXPECT_EQ(four->getValue(), 44.0); // the stream stood behind the record
 }
 
-TEST(ValuesStruct, SameObjectTwiceReadsTwice)
+TEST_F(ValuesStruct, SameObjectTwiceReadsTwice)
 {
-    class CountingDouble : public BPDouble
-    {
-    public:
-        using BPDouble::BPDouble;
-        bool readPrivate(QContainerPacket &packet) override
-        {
-            ++reads;
-            return BPDouble::readPrivate(packet);
-        }
-        int reads = 0;
-    };
-    QObject client;
-    ParamValuesStruct values(&client);
-    const QSharedPointer<CountingDouble> d(new CountingDouble(3));
+    const QSharedPointer<ProbeDouble> d(new ProbeDouble(3));
     values.append(d);
     values.append(d);
-    ASSERT_TRUE(values.newDataSlot(
-        receivedValues(valuesResultBody({3u}, doubleEntry(3, 8, 1.0), answerTime(), tokenOf(&client)))));
+    ASSERT_TRUE(values.newDataSlot(valuesAnswer(&client, {3u}, doubleEntry(3, 8, 1.0))));
     EXPECT_EQ(d->reads, 2);
 }
 
-TEST(ValuesStruct, LatestAppendedReadsFirstAndARefusalStopsTheRest)
+TEST_F(ValuesStruct, LatestAppendedReadsFirstAndARefusalStopsTheRest)
 {
-    class RefusingDouble : public BPDouble
-    {
-    public:
-        using BPDouble::BPDouble;
-        bool readPrivate(QContainerPacket &packet) override
-        {
-            BPDouble::readPrivate(packet);
-            return false;
-        }
-    };
-    QObject client;
-    ParamValuesStruct values(&client);
     const QSharedPointer<BPDouble> early(new BPDouble(3));
-    const QSharedPointer<RefusingDouble> late(new RefusingDouble(3));
+    const QSharedPointer<ProbeDouble> late(new ProbeDouble(3));
+    late->refuses = true;
     values.append(early);
     values.append(late);
-    EXPECT_FALSE(values.newDataSlot(
-        receivedValues(valuesResultBody({3u}, doubleEntry(3, 8, 9.0), answerTime(), tokenOf(&client)))));
+    EXPECT_FALSE(values.newDataSlot(valuesAnswer(&client, {3u}, doubleEntry(3, 8, 9.0))));
     EXPECT_EQ(late->getValue(), 9.0);
     EXPECT_EQ(early->getValue(), 0.0); // never reached
 }
 
-TEST(ValuesStruct, ObjectThatClearsTheStructureWhileReadingDoesNotDisturbTheWalk)
+TEST_F(ValuesStruct, ObjectThatClearsTheStructureWhileReadingDoesNotDisturbTheWalk)
 {
     class ClearingDouble : public BPDouble
     {
@@ -460,8 +405,6 @@ TEST(ValuesStruct, ObjectThatClearsTheStructureWhileReadingDoesNotDisturbTheWalk
         }
         ParamValuesStruct *owner;
     };
-    QObject client;
-    ParamValuesStruct values(&client);
     QWeakPointer<BPDouble> watchOther;
     {
         const QSharedPointer<ClearingDouble> clearing(new ClearingDouble(3, &values));
@@ -471,38 +414,32 @@ TEST(ValuesStruct, ObjectThatClearsTheStructureWhileReadingDoesNotDisturbTheWalk
         watchOther = other;
     }
     // Only the structure holds the objects now; the first read drops them all.
-    EXPECT_TRUE(values.newDataSlot(
-        receivedValues(valuesResultBody({3u}, doubleEntry(3, 8, 5.0), answerTime(), tokenOf(&client)))));
+    EXPECT_TRUE(values.newDataSlot(valuesAnswer(&client, {3u}, doubleEntry(3, 8, 5.0))));
     EXPECT_TRUE(watchOther.isNull()); // released once the walk let go
 }
 
-TEST(ValuesStruct, WrongKindOfRecordIsReadByTheObjectsOwnPayload)
+TEST_F(ValuesStruct, WrongKindOfRecordIsReadByTheObjectsOwnPayload)
 {
     // A string record for a double object: the identifier matches, the type word is not
     // compared, and the double reads the first eight bytes of the text.
-    QObject client;
-    ParamValuesStruct values(&client);
     const QSharedPointer<BPDouble> d(new BPDouble(1));
     values.append(d);
     const QByteArray data = leadingId(1) + stringRecord(1, 8, QStringLiteral("abcd"));
-    EXPECT_TRUE(values.newDataSlot(receivedValues(valuesResultBody({1u}, data, answerTime(), tokenOf(&client)))));
+    EXPECT_TRUE(values.newDataSlot(valuesAnswer(&client, {1u}, data)));
     double expected = 0.0;
     QDataStream probe(stringRecord(1, 8, QStringLiteral("abcd")).mid(12));
     probe >> expected;
     EXPECT_EQ(d->getValue(), expected);
 }
 
-TEST(ValuesStruct, TruncatedRecordReadsAsZerosAndTheNextComparisonFails)
+TEST_F(ValuesStruct, TruncatedRecordReadsAsZerosAndTheNextComparisonFails)
 {
-    QObject client;
-    ParamValuesStruct values(&client);
     const QSharedPointer<BPDouble> one(new BPDouble(1));
     const QSharedPointer<BPDouble> two(new BPDouble(2));
     values.append(one);
     values.append(two);
     const QByteArray data = doubleEntry(1, 8, 7.0).left(14);
-    EXPECT_FALSE(values.newDataSlot(
-        receivedValues(valuesResultBody({1u, 2u}, data, answerTime(), tokenOf(&client)))));
+    EXPECT_FALSE(values.newDataSlot(valuesAnswer(&client, {1u, 2u}, data)));
     EXPECT_EQ(one->getValue(), 0.0);
     EXPECT_TRUE(one->changed());
     EXPECT_FALSE(two->changed());

@@ -22,6 +22,29 @@
 
 using namespace exchangetest;
 
+namespace {
+
+/**
+ * The server's answer to @p query as the server builds it: one record for @p id, written
+ * through the server's handle, at time @p when, for the client token @p client.
+ */
+ParamSubscriptionResult serverAnswer(const ParamSubscriptionQuery &query, ParamBasePtr &handle, qint32 id,
+                                     const QDateTime &when, const QObject *client)
+{
+    ParamSubscriptionResult answer;
+    answer.replyTo(query);
+    {
+        QContainerPacket records(&answer.data);
+        answer.ids.append(id);
+        handle.write(records);
+    }
+    answer.dateTime = when;
+    answer.setParent(client);
+    return answer;
+}
+
+} // namespace
+
 TEST(RoadOfAValue, FromSubscriptionToScreen)
 {
     // Server side: its own object for parameter 42, with limits, judged on every change.
@@ -57,15 +80,7 @@ TEST(RoadOfAValue, FromSubscriptionToScreen)
     serverParam.setValue(88.0);
     serverParam.setState(8);
     ASSERT_EQ(serverParam.getState(), 128u);
-    ParamSubscriptionResult answer;
-    answer.replyTo(atServer);
-    {
-        QContainerPacket records(&answer.data);
-        answer.ids.append(42);
-        serverHandle.write(records);
-    }
-    answer.dateTime = answerTime(30);
-    answer.setParent(atServer.parent());
+    ParamSubscriptionResult answer = serverAnswer(atServer, serverHandle, 42, answerTime(30), atServer.parent());
     const QByteArray delivered = answer.write();
     EXPECT_EQ(telortest::bodyOf(delivered),
               subscriptionResultBody({42}, telortest::plainBytes([](QDataStream &s) {
@@ -76,8 +91,7 @@ TEST(RoadOfAValue, FromSubscriptionToScreen)
                                      answerTime(30), tokenOf(&panel)));
 
     // 3. The message arrives untyped and goes to the aggregate.
-    QProtocolStruct message;
-    message.setPacket(delivered);
+    QProtocolStruct message = transported(delivered);
     EXPECT_FALSE(param->changed());
 
     // 4.-6. newDataSlot reads the result, finds the client by its token, and the object
@@ -99,15 +113,7 @@ TEST(RoadOfAValue, FromSubscriptionToScreen)
     serverParam.cleanChanged();
     serverParam.setValue(97.0);
     serverParam.setState(8);
-    ParamSubscriptionResult next;
-    next.replyTo(atServer);
-    {
-        QContainerPacket records(&next.data);
-        next.ids.append(42);
-        serverHandle.write(records);
-    }
-    next.dateTime = answerTime(31);
-    next.setParent(&panel);
+    ParamSubscriptionResult next = serverAnswer(atServer, serverHandle, 42, answerTime(31), &panel);
     message.setPacket(next.write());
     ASSERT_TRUE(subscription.newDataSlot(message));
     EXPECT_TRUE(param->changed());
@@ -138,9 +144,7 @@ TEST(SimulatedServer, SubscriptionIsAnsweredAtOnceAndOnEveryChange)
         ParamSubscriptionQuery toSend = query;
         const QList<QByteArray> answers = server.receive(toSend.write());
         ASSERT_EQ(answers.size(), 1);
-        QProtocolStruct message;
-        message.setPacket(answers.first());
-        ASSERT_TRUE(subscription.newDataSlot(message));
+        ASSERT_TRUE(subscription.newDataSlot(transported(answers.first())));
     }
     EXPECT_EQ(server.subscriberCount(), 2);
     EXPECT_TRUE(boiler->changed());
@@ -155,11 +159,8 @@ TEST(SimulatedServer, SubscriptionIsAnsweredAtOnceAndOnEveryChange)
     int flowDeliveries = 0;
     for (int i = 0; i < 8; ++i) {
         const QList<QByteArray> packets = server.tick();
-        for (const QByteArray &packet : packets) {
-            QProtocolStruct message;
-            message.setPacket(packet);
-            ASSERT_TRUE(subscription.newDataSlot(message));
-        }
+        for (const QByteArray &packet : packets)
+            ASSERT_TRUE(subscription.newDataSlot(transported(packet)));
         if (flow->changed())
             ++flowDeliveries;
         EXPECT_EQ(boiler->getState(), server.parameter(101)->getState());

@@ -32,9 +32,7 @@ TEST(SubscriptionQuery, IdentityAndDefaults)
 {
     QObject client;
     ParamSubscriptionQuery query(&client);
-    EXPECT_EQ(query.getHeader().serviceId, 3);
-    EXPECT_EQ(query.getHeader().messageId, 1);
-    EXPECT_EQ(query.getHeader().messageType, 1);
+    EXPECT_EQ(identityOf(query), (QList<qint32>{3, 1, 1}));
     EXPECT_EQ(query.parent(), &client);
     EXPECT_TRUE(query.ids.isEmpty());
     EXPECT_TRUE(query.refreshIds.isEmpty());
@@ -49,12 +47,8 @@ TEST(SubscriptionQuery, CopiesInAListKeepTheWholeHeader)
     QList<ParamSubscriptionQuery> queries;
     queries.append(query);
     const ParamSubscriptionQuery copy = queries.first();
-    EXPECT_EQ(copy.getHeader().serviceId, 3);
-    EXPECT_EQ(copy.getHeader().messageId, 1);
-    EXPECT_EQ(copy.getHeader().messageType, 1);
-    EXPECT_EQ(copy.getHeader().source, 7);
-    EXPECT_EQ(copy.getHeader().session, 8);
-    EXPECT_EQ(copy.getHeader().sequence, 9);
+    EXPECT_EQ(identityOf(copy), (QList<qint32>{3, 1, 1}));
+    EXPECT_EQ(routeOf(copy), (QList<qint32>{7, 8, 9}));
     EXPECT_EQ(copy.parent(), &client);
     EXPECT_EQ(copy.ids, query.ids);
 }
@@ -159,9 +153,7 @@ TEST(SubscriptionQuery, SetThatRunsOutIsLeftEmpty)
 TEST(SubscriptionResult, DefaultsAndUnstampedHeader)
 {
     ParamSubscriptionResult result;
-    EXPECT_EQ(result.getHeader().serviceId, 0);
-    EXPECT_EQ(result.getHeader().messageId, 0);
-    EXPECT_EQ(result.getHeader().messageType, 0);
+    EXPECT_EQ(identityOf(result), (QList<qint32>{0, 0, 0}));
     EXPECT_TRUE(result.ids.isEmpty());
     EXPECT_TRUE(result.data.isEmpty());
     EXPECT_TRUE(result.dateTime.isNull());

@@ -1,6 +1,7 @@
 // The group change messages: identities, copying and assignment, and the insert position.
 
 #include "grouptest.h"
+#include "messageheader.h"
 
 #include "paramgroupcopypasteremoveinfo.h"
 #include "paramgroupinfo.h"
@@ -10,50 +11,21 @@
 #include <gtest/gtest.h>
 
 using namespace grouptest;
+using telortest::identityOf;
+using telortest::routeOf;
 
 namespace {
 
-struct Identity {
-    int serviceId, messageId, messageType;
-    bool operator==(const Identity &o) const
-    {
-        return serviceId == o.serviceId && messageId == o.messageId && messageType == o.messageType;
-    }
-};
-
-void PrintTo(const Identity &i, std::ostream *os)
-{
-    *os << i.serviceId << ", " << i.messageId << ", " << i.messageType;
-}
-
-Identity identityOf(const QProtocolStruct &message)
-{
-    const QProtocolHeader h = message.getHeader();
-    return {h.serviceId, h.messageId, h.messageType};
-}
-
-struct Route {
-    int source, session, sequence;
-    bool operator==(const Route &o) const { return source == o.source && session == o.session && sequence == o.sequence; }
-};
-
-void PrintTo(const Route &r, std::ostream *os)
-{
-    *os << r.source << ", " << r.session << ", " << r.sequence;
-}
-
-Route routeOf(const QProtocolStruct &message)
-{
-    const QProtocolHeader h = message.getHeader();
-    return {h.source, h.session, h.sequence};
-}
+// The header words compared by these tests, as lists (see messageheader.h).
+using Identity = QList<qint32>;
+using Route = QList<qint32>;
 
 /** A message of type @p T as received: its header parsed from a packet with the given words. */
 template<typename T>
-void receive(T &message, int serviceId, int messageId, int messageType, Route route)
+void receive(T &message, int serviceId, int messageId, int messageType, const Route &route)
 {
-    message.setPacket(telortest::packetBytes(serviceId, messageId, messageType, QByteArray(), route.source, route.session,
-                                             route.sequence));
+    message.setPacket(telortest::packetBytes(serviceId, messageId, messageType, QByteArray(), route.at(0), route.at(1),
+                                             route.at(2)));
     message.read(); // an empty body: the header is what matters here
 }
 

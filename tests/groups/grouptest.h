@@ -64,19 +64,6 @@ inline bool readInto(ParamGroupItem &item, const QByteArray &bytes, unsigned int
 }
 
 /**
- * Qt's form of a QHash<QString, QString> written pair by pair: the count, then the pairs
- * from the hash's last entry to its first.
- */
-inline void plainTags(QDataStream &s, const Tags &tags)
-{
-    s << quint32(tags.size());
-    const QList<QString> keys = tags.keys();
-    const QList<QString> values = tags.values();
-    for (int i = keys.size() - 1; i >= 0; --i)
-        s << keys.at(i) << values.at(i);
-}
-
-/**
  * One node record written field by field: type, flag, tags, the leading count, whatever
  * @p children writes, and the trailing count.
  */
@@ -84,7 +71,7 @@ inline void plainNode(QDataStream &s, qint32 type, bool flag, const Tags &tags, 
                       const std::function<void(QDataStream &)> &children, qint32 trailing)
 {
     s << type << flag;
-    plainTags(s, tags);
+    telortest::plainHash(s, tags);
     s << leading;
     if (children)
         children(s);

@@ -2,11 +2,14 @@
 // typed messages, replyTo and routing.
 
 #include "qcontainerpacket.h"
+#include "messageheader.h"
 #include "qprotocolstruct.h"
 #include "telortest.h"
 
 #include <gtest/gtest.h>
 
+using telortest::headerWords;
+using telortest::identityOf;
 using telortest::packetBytes;
 using telortest::plainBytes;
 
@@ -42,15 +45,7 @@ class UnstampedMessage : public QProtocolStruct
 TEST(ProtocolStruct, DefaultHeader)
 {
     QProtocolStruct message;
-    const QProtocolHeader h = message.getHeader();
-    EXPECT_EQ(h.serviceId, 0);
-    EXPECT_EQ(h.messageId, 0);
-    EXPECT_EQ(h.messageType, 0);
-    EXPECT_EQ(h.version, 1);
-    EXPECT_EQ(h.bodyLength, 0);
-    EXPECT_EQ(h.source, 0);
-    EXPECT_EQ(h.session, 0);
-    EXPECT_EQ(h.sequence, 0);
+    EXPECT_EQ(headerWords(message), (QList<qint32>{0, 0, 0, 1, 0, 0, 0, 0}));
     EXPECT_TRUE(message.packet().isEmpty());
 }
 
@@ -93,9 +88,7 @@ TEST(ProtocolStruct, TypedRoundTripThroughUntyped)
     QProtocolStruct transported;
     transported.setPacket(sent.packet());
     ASSERT_TRUE(transported.read());
-    EXPECT_EQ(transported.getHeader().serviceId, 3);
-    EXPECT_EQ(transported.getHeader().messageId, 8);
-    EXPECT_EQ(transported.getHeader().messageType, 1);
+    EXPECT_EQ(identityOf(transported), (QList<qint32>{3, 8, 1}));
 
     // The receiver reads its typed message from the untyped one.
     UnstampedMessage unused;
@@ -114,11 +107,8 @@ TEST(ProtocolStruct, ReadTakesTheIdentityFromThePacket)
     UnstampedMessage result;
     result.setPacket(packetBytes(2, 1, 4, QByteArray(), 5, 6, 7));
     ASSERT_TRUE(result.read());
-    const QProtocolHeader h = result.getHeader();
-    EXPECT_EQ(h.serviceId, 2);
-    EXPECT_EQ(h.messageId, 1);
-    EXPECT_EQ(h.messageType, 4);
-    EXPECT_EQ(h.session, 6);
+    EXPECT_EQ(identityOf(result), (QList<qint32>{2, 1, 4}));
+    EXPECT_EQ(result.getHeader().session, 6);
 }
 
 TEST(ProtocolStruct, ReadPrivateDecides)
@@ -175,15 +165,7 @@ TEST(ProtocolStruct, ReplyToCopiesIdentityAndRouting)
     UnstampedMessage answer;
     answer.setRoute(1, 1, 1);
     answer.replyTo(query);
-    const QProtocolHeader h = answer.getHeader();
-    EXPECT_EQ(h.serviceId, 3);
-    EXPECT_EQ(h.messageId, 8);
-    EXPECT_EQ(h.messageType, 1);
-    EXPECT_EQ(h.source, 11);
-    EXPECT_EQ(h.session, 12);
-    EXPECT_EQ(h.sequence, 13);
-    EXPECT_EQ(h.version, 1);
-    EXPECT_EQ(h.bodyLength, 0);
+    EXPECT_EQ(headerWords(answer), (QList<qint32>{3, 8, 1, 1, 0, 11, 12, 13}));
 }
 
 TEST(ProtocolStruct, CopyKeepsHeaderAndPacket)

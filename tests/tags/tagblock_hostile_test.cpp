@@ -39,6 +39,25 @@ QByteArray hugeInnerCountBlock(quint32 count)
     });
 }
 
+/** What reading a tag block gave, and the heap requests an AllocationProbe saw it make. */
+struct ProbedRead
+{
+    bool ok = false;
+    std::size_t largest = 0;
+    std::size_t total = 0;
+};
+
+/** Reads @p bytes into @p tags while an AllocationProbe watches the heap. */
+ProbedRead readProbed(TELORTagObject &tags, const QByteArray &bytes)
+{
+    ProbedRead read;
+    AllocationProbe probe;
+    read.ok = tags.read(bytes);
+    read.largest = probe.largestRequest();
+    read.total = probe.totalRequested();
+    return read;
+}
+
 } // namespace
 
 TEST(TagBlockHostile, ProbeSeesAReservation)
@@ -70,16 +89,10 @@ TEST(TagBlockHostile, HugeTableCountsReadFalseWithoutReserving)
             SCOPED_TRACE(testing::Message() << "table " << table << " count " << count);
             const QByteArray bytes = hugeCountBlock(table, count);
             TELORTagObject tags(nullptr);
-            bool ok = true;
-            std::size_t largest = 0;
-            {
-                AllocationProbe probe;
-                ok = tags.read(bytes);
-                largest = probe.largestRequest();
-            }
-            EXPECT_FALSE(ok);
+            const ProbedRead read = readProbed(tags, bytes);
+            EXPECT_FALSE(read.ok);
             if (AllocationProbe::available()) {
-                EXPECT_LT(largest, std::size_t(4096));
+                EXPECT_LT(read.largest, std::size_t(4096));
             }
             expectSameAsQt(bytes);
         }
@@ -92,19 +105,13 @@ TEST(TagBlockHostile, HugeInnerCountsReadWithoutReserving)
         SCOPED_TRACE(count);
         const QByteArray bytes = hugeInnerCountBlock(count);
         TELORTagObject tags(nullptr);
-        bool ok = true;
-        std::size_t largest = 0;
-        {
-            AllocationProbe probe;
-            ok = tags.read(bytes);
-            largest = probe.largestRequest();
-        }
+        const ProbedRead read = readProbed(tags, bytes);
         // The first inner count swallows the rest of the block, so the first table fails
         // and the other two find no bytes.
-        EXPECT_FALSE(ok);
+        EXPECT_FALSE(read.ok);
         EXPECT_TRUE(tags.getTagTypes(QStringLiteral("en")).isEmpty());
         if (AllocationProbe::available()) {
-            EXPECT_LT(largest, std::size_t(4096));
+            EXPECT_LT(read.largest, std::size_t(4096));
         }
         expectSameAsQt(bytes);
     }
@@ -133,14 +140,10 @@ TEST(TagBlockHostile, HugeStringLengthsReadAsQtReadsThemWithoutAllocating)
         bytes.replace(at, 4, lengthWord);
 
         TELORTagObject tags(nullptr);
-        std::size_t largest = 0;
-        {
-            AllocationProbe probe;
-            EXPECT_FALSE(tags.read(bytes));
-            largest = probe.largestRequest();
-        }
+        const ProbedRead read = readProbed(tags, bytes);
+        EXPECT_FALSE(read.ok);
         if (AllocationProbe::available()) {
-            EXPECT_LT(largest, std::size_t(4096));
+            EXPECT_LT(read.largest, std::size_t(4096));
         }
         expectSameAsQt(bytes);
     }
@@ -169,17 +172,11 @@ TEST(TagBlockHostile, MemoryGrowsWithTheBytesNotWithTheCounts)
         SCOPED_TRACE(size);
         const QByteArray bytes(size, char(0xFF));
         TELORTagObject tags(nullptr);
-        std::size_t total = 0;
-        std::size_t largest = 0;
-        {
-            AllocationProbe probe;
-            EXPECT_FALSE(tags.read(bytes));
-            total = probe.totalRequested();
-            largest = probe.largestRequest();
-        }
+        const ProbedRead read = readProbed(tags, bytes);
+        EXPECT_FALSE(read.ok);
         if (AllocationProbe::available()) {
-            EXPECT_LE(total, 16 * std::size_t(size) + 65536);
-            EXPECT_LE(largest, 4 * std::size_t(size) + 4096);
+            EXPECT_LE(read.total, 16 * std::size_t(size) + 65536);
+            EXPECT_LE(read.largest, 4 * std::size_t(size) + 4096);
         }
         EXPECT_TRUE(tags.getTagTypes(QString()).isEmpty());
     }

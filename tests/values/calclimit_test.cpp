@@ -9,6 +9,7 @@
 
 #include <cmath>
 #include <limits>
+#include <utility>
 
 using telortest::plainBytes;
 
@@ -24,6 +25,38 @@ QByteArray written(const CalcLimit &limits)
     return bytes;
 }
 
+using Getter = double (CalcLimit::*)(bool &) const;
+
+/** A setpoint as its getter gives it: the value, and whether the setpoint is set. */
+using Setpoint = std::pair<double, bool>;
+
+/**
+ * Asks @p getter of @p limits for its setpoint. The flag is asked for twice, from false
+ * and from true, so that a getter that left it as it found it is seen.
+ */
+Setpoint setpointOf(const CalcLimit &limits, Getter getter)
+{
+    bool fromFalse = false;
+    bool fromTrue = true;
+    const double value = (limits.*getter)(fromFalse);
+    (limits.*getter)(fromTrue);
+    EXPECT_EQ(fromFalse, fromTrue) << "the getter did not set its flag";
+    return Setpoint(value, fromFalse);
+}
+
+/** Limits with every setpoint set: possible 0 to 100, emergency 10 and 90, warning 20 and 80. */
+CalcLimit everySetpointSet()
+{
+    CalcLimit limits;
+    limits.setLowPossibleSetpoint(true, 0.0);
+    limits.setHiPossibleSetpoint(true, 100.0);
+    limits.setLowEmergencySetpoint(true, 10.0);
+    limits.setLowWarningSetpoint(true, 20.0);
+    limits.setHiWarningSetpoint(true, 80.0);
+    limits.setHiEmergencySetpoint(true, 90.0);
+    return limits;
+}
+
 } // namespace
 
 TEST(CalcLimit, NewObjectHasNothing)
@@ -35,15 +68,11 @@ TEST(CalcLimit, NewObjectHasNothing)
     for (double v : {-1e300, -1.0, 0.0, 1.0, 1e300, NaN})
         EXPECT_EQ(limits.checkValue(v), 8);
 
-    using Getter = double (CalcLimit::*)(bool &) const;
     const Getter getters[] = {&CalcLimit::lowPossibleSetpoint, &CalcLimit::hiPossibleSetpoint,
                               &CalcLimit::lowEmergencySetpoint, &CalcLimit::lowWarningSetpoint,
                               &CalcLimit::hiWarningSetpoint, &CalcLimit::hiEmergencySetpoint};
-    for (Getter g : getters) {
-        bool set = true;
-        EXPECT_EQ((limits.*g)(set), 0.0);
-        EXPECT_FALSE(set);
-    }
+    for (Getter g : getters)
+        EXPECT_EQ(setpointOf(limits, g), Setpoint(0.0, false));
 }
 
 TEST(CalcLimit, WarningAloneIsNotConsultedWithoutPossibleBlock)
@@ -76,13 +105,9 @@ TEST(CalcLimit, GetterReturnsValueEvenWhenFlagIsOff)
 {
     CalcLimit limits;
     limits.setHiPossibleSetpoint(false, 42.5);
-    bool set = true;
-    EXPECT_EQ(limits.hiPossibleSetpoint(set), 42.5);
-    EXPECT_FALSE(set);
+    EXPECT_EQ(setpointOf(limits, &CalcLimit::hiPossibleSetpoint), Setpoint(42.5, false));
     // The other block still does not exist.
-    set = true;
-    EXPECT_EQ(limits.hiWarningSetpoint(set), 0.0);
-    EXPECT_FALSE(set);
+    EXPECT_EQ(setpointOf(limits, &CalcLimit::hiWarningSetpoint), Setpoint(0.0, false));
 }
 
 TEST(CalcLimit, SameSetpointTwiceRaisesOnlyWhenFirstCallDid)
@@ -125,13 +150,7 @@ TEST(CalcLimit, NaNRaisesEveryTime)
 
 TEST(CalcLimit, NaNValueIsInsideAnyLimits)
 {
-    CalcLimit limits;
-    limits.setLowPossibleSetpoint(true, 0.0);
-    limits.setHiPossibleSetpoint(true, 100.0);
-    limits.setLowEmergencySetpoint(true, 10.0);
-    limits.setLowWarningSetpoint(true, 20.0);
-    limits.setHiWarningSetpoint(true, 80.0);
-    limits.setHiEmergencySetpoint(true, 90.0);
+    const CalcLimit limits = everySetpointSet();
     EXPECT_EQ(limits.checkValue(NaN), 8);
 }
 
@@ -152,13 +171,7 @@ TEST(CalcLimit, ValueOnASetpointIsInside)
 
 TEST(CalcLimit, EveryCode)
 {
-    CalcLimit limits;
-    limits.setLowPossibleSetpoint(true, 0.0);
-    limits.setHiPossibleSetpoint(true, 100.0);
-    limits.setLowEmergencySetpoint(true, 10.0);
-    limits.setLowWarningSetpoint(true, 20.0);
-    limits.setHiWarningSetpoint(true, 80.0);
-    limits.setHiEmergencySetpoint(true, 90.0);
+    const CalcLimit limits = everySetpointSet();
     EXPECT_EQ(limits.checkValue(-1.0), 1024);
     EXPECT_EQ(limits.checkValue(5.0), 256);
     EXPECT_EQ(limits.checkValue(15.0), 64);
@@ -269,11 +282,8 @@ TEST(CalcLimit, ReadingTheUnchangedByteTouchesNoBlock)
     QDataStream in(QByteArray(1, '\0'));
     EXPECT_TRUE(limits.read(in));
     EXPECT_FALSE(limits.changed());
-    bool set = false;
-    EXPECT_EQ(limits.lowPossibleSetpoint(set), 1.0);
-    EXPECT_TRUE(set);
-    EXPECT_EQ(limits.hiWarningSetpoint(set), 5.0);
-    EXPECT_TRUE(set);
+    EXPECT_EQ(setpointOf(limits, &CalcLimit::lowPossibleSetpoint), Setpoint(1.0, true));
+    EXPECT_EQ(setpointOf(limits, &CalcLimit::hiWarningSetpoint), Setpoint(5.0, true));
 }
 
 TEST(CalcLimit, ChangedWithoutBlocksIsThreeBytes)
@@ -344,11 +354,8 @@ TEST(CalcLimit, AbsentBlockOnTheWireKeepsWhatWasThere)
     });
     QDataStream in(bytes);
     EXPECT_TRUE(receiver.read(in));
-    bool set = false;
-    EXPECT_EQ(receiver.hiWarningSetpoint(set), 9.0);
-    EXPECT_TRUE(set);
-    EXPECT_EQ(receiver.hiPossibleSetpoint(set), 2.0);
-    EXPECT_TRUE(set);
+    EXPECT_EQ(setpointOf(receiver, &CalcLimit::hiWarningSetpoint), Setpoint(9.0, true));
+    EXPECT_EQ(setpointOf(receiver, &CalcLimit::hiPossibleSetpoint), Setpoint(2.0, true));
 }
 
 TEST(CalcLimit, TruncatedReadGivesZeros)
@@ -357,9 +364,7 @@ TEST(CalcLimit, TruncatedReadGivesZeros)
     QDataStream in(QByteArray::fromHex("0101"));
     EXPECT_TRUE(receiver.read(in));
     EXPECT_TRUE(receiver.changed());
-    bool set = true;
-    EXPECT_EQ(receiver.lowPossibleSetpoint(set), 0.0);
-    EXPECT_FALSE(set);
+    EXPECT_EQ(setpointOf(receiver, &CalcLimit::lowPossibleSetpoint), Setpoint(0.0, false));
 }
 
 TEST(CalcLimit, CopiesAreDeep)
