@@ -3,6 +3,40 @@
 #include "descriptionwire_p.h"
 #include "qcontainerpacket.h"
 
+namespace {
+
+// The keyed tables of a bit field (states of a bit, bits of a word, combinations of a
+// word) share one wire form: a 32-bit count, then each key as a 32-bit integer followed by
+// its entry's own form.
+
+template<typename Entry>
+void writeKeyed(QContainerPacket &packet, const QHash<int, Entry> &table)
+{
+    const QList<int> keys = table.keys();
+    packet << qint32(keys.size());
+    for (int key : keys) {
+        packet << qint32(key);
+        table.value(key).write(packet);
+    }
+}
+
+template<typename Entry>
+void readKeyed(QContainerPacket &packet, QHash<int, Entry> &table)
+{
+    qint32 count = 0;
+    packet >> count;
+    DescriptionWire::readEntries(packet, count, [&]() {
+        qint32 key = 0;
+        Entry entry;
+        packet >> key;
+        entry.read(packet);
+        table.insert(key, entry);
+        return true;
+    });
+}
+
+} // namespace
+
 void ParamBitField::ParamBitAttributes::ParamBitState::write(QContainerPacket &packet) const
 {
     packet << qint32(state) << static_cast<const QHash<QString, QString> &>(text);
@@ -19,26 +53,13 @@ bool ParamBitField::ParamBitAttributes::ParamBitState::read(QContainerPacket &pa
 void ParamBitField::ParamBitAttributes::write(QContainerPacket &packet) const
 {
     packet << static_cast<const QHash<QString, QString> &>(name);
-    const QList<int> keys = states.keys();
-    packet << qint32(keys.size());
-    for (int key : keys) {
-        packet << qint32(key);
-        states.value(key).write(packet);
-    }
+    writeKeyed(packet, states);
 }
 
 bool ParamBitField::ParamBitAttributes::read(QContainerPacket &packet)
 {
-    qint32 count = 0;
-    packet >> static_cast<QHash<QString, QString> &>(name) >> count;
-    DescriptionWire::readEntries(packet, count, [&]() {
-        qint32 key = 0;
-        ParamBitState bitState;
-        packet >> key;
-        bitState.read(packet);
-        states.insert(key, bitState);
-        return true;
-    });
+    packet >> static_cast<QHash<QString, QString> &>(name);
+    readKeyed(packet, states);
     return true;
 }
 
@@ -54,19 +75,8 @@ void ParamBitField::write(QContainerPacket &packet) const
     if (enabled == 0)
         return;
 
-    const QList<int> bits = attributes.keys();
-    packet << qint32(bits.size());
-    for (int bit : bits) {
-        packet << qint32(bit);
-        attributes.value(bit).write(packet);
-    }
-
-    const QList<int> words = combinations.keys();
-    packet << qint32(words.size());
-    for (int word : words) {
-        packet << qint32(word);
-        combinations.value(word).write(packet);
-    }
+    writeKeyed(packet, attributes);
+    writeKeyed(packet, combinations);
 }
 
 bool ParamBitField::read(QContainerPacket &packet)
@@ -78,26 +88,7 @@ bool ParamBitField::read(QContainerPacket &packet)
     if (flag != 1)
         return false;
 
-    qint32 count = 0;
-    packet >> count;
-    DescriptionWire::readEntries(packet, count, [&]() {
-        qint32 bit = 0;
-        ParamBitAttributes bitAttributes;
-        packet >> bit;
-        bitAttributes.read(packet);
-        attributes.insert(bit, bitAttributes);
-        return true;
-    });
-
-    count = 0;
-    packet >> count;
-    DescriptionWire::readEntries(packet, count, [&]() {
-        qint32 word = 0;
-        ParamBitCombination combination;
-        packet >> word;
-        combination.read(packet);
-        combinations.insert(word, combination);
-        return true;
-    });
+    readKeyed(packet, attributes);
+    readKeyed(packet, combinations);
     return true;
 }
