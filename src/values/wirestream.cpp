@@ -391,8 +391,8 @@ QDataStream &readString(QDataStream &stream, QString &value)
         const bool nullString = bytes == 0xFFFFFFFFu;
         const bool oddCount = (bytes & 1u) != 0;
         if (!nullString && !oddCount && qint64(bytes) > bytesLeft(stream) - qint64(sizeof word)) {
-            // Qt would resize the string to the announced length before finding out that
-            // the bytes are not there; the outcome is the same without that allocation.
+            // Qt would grow the string by a first block of up to 4 MiB before finding out
+            // that the bytes are not there; the outcome is the same without that block.
             quint32 announced = 0;
             stream >> announced;
             stream.skipRawData(int(qMin<qint64>(bytesLeft(stream), INT_MAX)));

@@ -86,8 +86,9 @@ TELORPARAMS5_EXPORT bool forgetUnknownZones(QVariant &value);
 /**
  * Reads a QString in Qt's stream form. A string whose byte count is even and larger than
  * the bytes after it reads as Qt reads it (null, the stream at its end, status
- * ReadPastEnd), but without first allocating room for the announced length as Qt's own
- * operator does. Every other string, well formed or not, goes to Qt's operator.
+ * ReadPastEnd), but without the first block of up to 4 MiB that Qt's own operator
+ * allocates for the announced length before it finds the bytes missing. Every other
+ * string, well formed or not, goes to Qt's operator.
  */
 TELORPARAMS5_EXPORT QDataStream &readString(QDataStream &stream, QString &value);
 

@@ -27,38 +27,38 @@ std::size_t total = 0;
 
 } // namespace
 
-tagtest::AllocationProbe::AllocationProbe()
+telortest::AllocationProbe::AllocationProbe()
 {
     largest = 0;
     total = 0;
     watching = true;
 }
 
-tagtest::AllocationProbe::~AllocationProbe()
+telortest::AllocationProbe::~AllocationProbe()
 {
     watching = false;
 }
 
-std::size_t tagtest::AllocationProbe::largestRequest() const
+std::size_t telortest::AllocationProbe::largestRequest() const
 {
     return largest;
 }
 
-std::size_t tagtest::AllocationProbe::totalRequested() const
+std::size_t telortest::AllocationProbe::totalRequested() const
 {
     return total;
 }
 
 #ifdef ALLOCATIONPROBE_SANITIZER
 
-bool tagtest::AllocationProbe::available()
+bool telortest::AllocationProbe::available()
 {
     return false;
 }
 
 #else
 
-bool tagtest::AllocationProbe::available()
+bool telortest::AllocationProbe::available()
 {
     return true;
 }

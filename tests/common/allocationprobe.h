@@ -8,7 +8,7 @@
 // operator new, all take their memory there, so a reader that reserves room for a
 // received count shows up at once. A sanitizer build keeps the heap functions for
 // itself, and the probe then reports that it cannot watch.
-namespace tagtest {
+namespace telortest {
 
 class AllocationProbe
 {
@@ -24,6 +24,6 @@ public:
     std::size_t totalRequested() const;
 };
 
-} // namespace tagtest
+} // namespace telortest
 
 #endif // ALLOCATIONPROBE_H

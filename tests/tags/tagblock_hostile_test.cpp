@@ -13,6 +13,7 @@
 #include <QtCore/QRandomGenerator>
 
 using namespace tagtest;
+using telortest::AllocationProbe;
 using telortest::plainBytes;
 
 namespace {

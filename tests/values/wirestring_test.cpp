@@ -1,11 +1,13 @@
-// The bounded string reader: Qt's own result for every string, without the allocation
-// Qt makes for a length that the bytes after it cannot hold.
+// The bounded string reader: Qt's own result for every string, without the block Qt
+// allocates for a length that the bytes after it cannot hold.
 
+#include "allocationprobe.h"
 #include "wirestream_p.h"
 #include "telortest.h"
 
 #include <gtest/gtest.h>
 
+using telortest::AllocationProbe;
 using telortest::plainBytes;
 
 namespace {
@@ -102,4 +104,29 @@ TEST(WireString, StringsInsideContainersUseTheBoundedReader)
     EXPECT_TRUE(list.isEmpty());
     EXPECT_EQ(in.status(), qtIn.status());
     EXPECT_EQ(in.device()->pos(), qtIn.device()->pos());
+}
+
+TEST(WireString, LengthBeyondTheBytesIsNotAllocatedFor)
+{
+    if (!AllocationProbe::available())
+        GTEST_SKIP() << "the heap belongs to the sanitizer in this build";
+    const QByteArray bytes = plainBytes([](QDataStream &s) { s << quint32(0x7FFFFFFE) << quint32(0x00410042); });
+
+    // Control: Qt's own operator sets a large block aside before it finds the bytes missing.
+    std::size_t qtLargest = 0;
+    {
+        QDataStream in(bytes);
+        QString value;
+        AllocationProbe probe;
+        in >> value;
+        qtLargest = probe.largestRequest();
+    }
+    EXPECT_GE(qtLargest, std::size_t(1) << 20);
+
+    QDataStream in(bytes);
+    QString value;
+    AllocationProbe probe;
+    TelorWire::readString(in, value);
+    EXPECT_LT(probe.largestRequest(), std::size_t(4096));
+    EXPECT_TRUE(value.isNull());
 }
