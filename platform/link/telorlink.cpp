@@ -1,0 +1,489 @@
+#include "telorlink.h"
+
+#include "linkframes_p.h"
+#include "telorframereader.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDebug>
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QEventLoop>
+#include <QtCore/QPointer>
+#include <QtCore/QRandomGenerator>
+#include <QtCore/QTimer>
+#include <QtNetwork/QHostAddress>
+#include <QtNetwork/QTcpSocket>
+
+#include <limits>
+#include <map>
+#include <utility>
+
+namespace {
+
+constexpr qint64 ReadPiece = 64 * 1024;
+constexpr qint64 SocketReadBuffer = 1024 * 1024;
+constexpr qint32 LastSequence = std::numeric_limits<qint32>::max();
+
+struct Pending
+{
+    QPointer<QObject> context;
+    bool hasContext = false;
+    TELORLink::AnswerCallback callback;
+    std::multimap<qint64, quint32>::iterator deadline;
+    bool hasDeadline = false;
+};
+
+} // namespace
+
+class TELORLink::Private
+{
+public:
+    explicit Private(TELORLink *q)
+        : q(q)
+        , reconnectTimer(new QTimer(q))
+        , timeoutTimer(new QTimer(q))
+    {
+        reconnectTimer->setSingleShot(true);
+        timeoutTimer->setSingleShot(true);
+        timeoutTimer->setTimerType(Qt::PreciseTimer);
+        clock.start();
+        source = qint32(QCoreApplication::applicationPid() & LastSequence);
+        do
+            session = qint32(QRandomGenerator::global()->generate() & quint32(LastSequence));
+        while (session == 0);
+    }
+
+    void startAttempt();
+    // Ends the connection or attempt under way; pending requests end as timed out and
+    // disconnected() is emitted if a connection was up. Returns false if the link was
+    // destroyed by a receiver meanwhile.
+    bool drop(bool graceful);
+    void onConnected(QTcpSocket *socket);
+    void onError(QTcpSocket *socket, QAbstractSocket::SocketError error);
+    void onUnconnected(QTcpSocket *socket);
+    void onReadyRead(QTcpSocket *socket);
+    void scheduleReconnect();
+
+    qint32 nextSequence();
+    // Sends with fresh routing words; returns the sequence, 0 if nothing was sent.
+    quint32 sendStamped(const QProtocolStruct &message);
+    // Removes a pending request and returns it.
+    Pending take(std::map<quint32, Pending>::iterator it);
+    void armTimeout();
+    void onTimeout();
+    // Ends every pending request as timed out. Returns false if the link was destroyed.
+    bool failPending();
+    static void answer(Pending &pending, const QProtocolStruct &message, bool timedOut);
+
+    TELORLink *const q;
+    QTimer *const reconnectTimer;
+    QTimer *const timeoutTimer;
+    QString host;
+    quint16 port = 0;
+    bool wanted = false;
+    bool autoReconnect = true;
+    int firstDelay = 100;
+    int longestDelay = 5000;
+    int nextDelay = 100;
+    QTcpSocket *socket = nullptr;
+    bool up = false;
+    QString peer;
+    TELORFrameReader reader;
+    qint64 maxSendQueue = DefaultMaxSendQueue;
+    qint32 source = 0;
+    qint32 session = 0;
+    qint32 lastSequence = 0;
+    std::map<quint32, Pending> pending;
+    std::multimap<qint64, quint32> deadlines;
+    QElapsedTimer clock;
+};
+
+void TELORLink::Private::startAttempt()
+{
+    telorlink::retireSocket(socket, q, false);
+    socket = new QTcpSocket(q);
+    QTcpSocket *const s = socket;
+    s->setReadBufferSize(SocketReadBuffer);
+    QObject::connect(s, &QTcpSocket::connected, q, [this, s] { onConnected(s); });
+    QObject::connect(s, &QTcpSocket::readyRead, q, [this, s] { onReadyRead(s); });
+    QObject::connect(s, &QAbstractSocket::errorOccurred, q,
+                     [this, s](QAbstractSocket::SocketError error) { onError(s, error); });
+    QObject::connect(s, &QAbstractSocket::stateChanged, q, [this, s](QAbstractSocket::SocketState state) {
+        if (state == QAbstractSocket::UnconnectedState)
+            onUnconnected(s);
+    });
+    s->connectToHost(host, port);
+}
+
+bool TELORLink::Private::drop(bool graceful)
+{
+    reconnectTimer->stop();
+    QTcpSocket *const s = std::exchange(socket, nullptr);
+    telorlink::retireSocket(s, q, graceful);
+    reader.clear();
+    if (!std::exchange(up, false))
+        return true;
+    const QPointer<TELORLink> alive(q);
+    if (!failPending())
+        return false;
+    Q_EMIT q->disconnected();
+    return !alive.isNull();
+}
+
+void TELORLink::Private::onConnected(QTcpSocket *s)
+{
+    if (s != socket)
+        return;
+    up = true;
+    nextDelay = firstDelay;
+    reader.clear();
+    peer = telorlink::peerName(s->peerAddress(), s->peerPort());
+    Q_EMIT q->connected();
+}
+
+void TELORLink::Private::onError(QTcpSocket *s, QAbstractSocket::SocketError error)
+{
+    if (s != socket || error == QAbstractSocket::RemoteHostClosedError)
+        return;
+    const QString server = QStringLiteral("%1:%2").arg(host).arg(port);
+    const QString message = up ? QStringLiteral("connection to %1 broke: %2").arg(server, s->errorString())
+                               : QStringLiteral("cannot connect to %1: %2").arg(server, s->errorString());
+    Q_EMIT q->errorOccurred(message);
+}
+
+void TELORLink::Private::onUnconnected(QTcpSocket *s)
+{
+    if (s != socket)
+        return;
+    const QPointer<TELORLink> alive(q);
+    if (!drop(false))
+        return;
+    // A receiver of disconnected() may have connected again or stopped the link.
+    if (!socket && wanted && autoReconnect)
+        scheduleReconnect();
+}
+
+void TELORLink::Private::scheduleReconnect()
+{
+    reconnectTimer->start(nextDelay);
+    nextDelay = int(qMin<qint64>(qint64(nextDelay) * 2, longestDelay));
+}
+
+void TELORLink::Private::onReadyRead(QTcpSocket *s)
+{
+    const QPointer<TELORLink> alive(q);
+    while (s == socket && up && s->bytesAvailable() > 0) {
+        const bool ok = reader.append(s->read(ReadPiece));
+        while (reader.hasFrame()) {
+            const QByteArray bytes = reader.takeFrame();
+            QProtocolStruct frame;
+            frame.setPacket(bytes);
+            const telorlink::Route route = telorlink::routeOf(bytes);
+            const auto it = (route.source == source && route.session == session)
+                ? pending.find(quint32(route.sequence))
+                : pending.end();
+            if (it != pending.end()) {
+                Pending matched = take(it);
+                answer(matched, frame, false);
+            } else {
+                Q_EMIT q->frameReceived(frame);
+            }
+            // A receiver may have closed the link, connected anew or destroyed it.
+            if (!alive || s != socket)
+                return;
+        }
+        if (!ok) {
+            const QString message = QStringLiteral("closing %1: %2").arg(peer, reader.errorString());
+            qWarning().noquote() << QStringLiteral("TELORLink: ") + message;
+            Q_EMIT q->errorOccurred(message);
+            if (alive && s == socket)
+                s->abort(); // the state change ends the connection and plans the next attempt
+            return;
+        }
+    }
+}
+
+qint32 TELORLink::Private::nextSequence()
+{
+    do
+        lastSequence = lastSequence >= LastSequence ? 1 : lastSequence + 1;
+    while (pending.count(quint32(lastSequence)) != 0);
+    return lastSequence;
+}
+
+quint32 TELORLink::Private::sendStamped(const QProtocolStruct &message)
+{
+    if (!up || !socket)
+        return 0;
+    QByteArray frame = telorlink::frameOf(message);
+    if (frame.isEmpty())
+        return 0;
+    const qint64 waiting = socket->bytesToWrite();
+    if (waiting > 0 && waiting + frame.size() > maxSendQueue) {
+        Q_EMIT q->errorOccurred(
+            QStringLiteral("send queue %1 bytes above the limit %2").arg(waiting + frame.size()).arg(maxSendQueue));
+        return 0;
+    }
+    const qint32 sequence = nextSequence();
+    telorlink::stampRoute(frame, {source, session, sequence});
+    if (socket->write(frame) != frame.size())
+        return 0;
+    return quint32(sequence);
+}
+
+Pending TELORLink::Private::take(std::map<quint32, Pending>::iterator it)
+{
+    Pending taken = std::move(it->second);
+    pending.erase(it);
+    if (taken.hasDeadline) {
+        deadlines.erase(taken.deadline);
+        taken.hasDeadline = false;
+    }
+    return taken;
+}
+
+void TELORLink::Private::answer(Pending &p, const QProtocolStruct &message, bool timedOut)
+{
+    if (p.hasContext && !p.context)
+        return;
+    if (p.callback)
+        p.callback(message, timedOut);
+}
+
+void TELORLink::Private::armTimeout()
+{
+    if (deadlines.empty()) {
+        timeoutTimer->stop();
+        return;
+    }
+    const qint64 wait = qMax<qint64>(0, deadlines.begin()->first - clock.elapsed());
+    timeoutTimer->start(int(qMin<qint64>(wait, std::numeric_limits<int>::max())));
+}
+
+void TELORLink::Private::onTimeout()
+{
+    const QPointer<TELORLink> alive(q);
+    const qint64 now = clock.elapsed();
+    while (!deadlines.empty() && deadlines.begin()->first <= now) {
+        Pending expired = take(pending.find(deadlines.begin()->second));
+        answer(expired, QProtocolStruct(), true);
+        if (!alive)
+            return;
+    }
+    armTimeout();
+}
+
+bool TELORLink::Private::failPending()
+{
+    const QPointer<TELORLink> alive(q);
+    while (!pending.empty()) {
+        Pending lost = take(pending.begin());
+        answer(lost, QProtocolStruct(), true);
+        if (!alive)
+            return false;
+    }
+    armTimeout();
+    return true;
+}
+
+TELORLink::TELORLink(QObject *parent)
+    : QObject(parent)
+    , d(new Private(this))
+{
+    qRegisterMetaType<QProtocolStruct>();
+    connect(d->reconnectTimer, &QTimer::timeout, this, [this] {
+        if (d->wanted && !d->socket)
+            d->startAttempt();
+    });
+    connect(d->timeoutTimer, &QTimer::timeout, this, [this] { d->onTimeout(); });
+}
+
+TELORLink::~TELORLink()
+{
+    d->reconnectTimer->stop();
+    d->timeoutTimer->stop();
+    if (QTcpSocket *s = std::exchange(d->socket, nullptr)) {
+        QObject::disconnect(s, nullptr, this, nullptr);
+        s->abort();
+        delete s;
+    }
+    d->pending.clear();
+    d->deadlines.clear();
+}
+
+void TELORLink::connectToServer(const QString &host, quint16 port)
+{
+    d->wanted = false;
+    if (!d->drop(false))
+        return;
+    d->host = host;
+    d->port = port;
+    d->wanted = true;
+    d->nextDelay = d->firstDelay;
+    d->startAttempt();
+}
+
+void TELORLink::disconnectFromServer()
+{
+    d->wanted = false;
+    d->drop(true);
+}
+
+bool TELORLink::isConnected() const
+{
+    return d->up;
+}
+
+bool TELORLink::waitForConnected(int msecs)
+{
+    if (d->up)
+        return true;
+    if (!d->wanted)
+        return false;
+    QEventLoop loop;
+    QTimer timer;
+    timer.setSingleShot(true);
+    connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
+    connect(this, &TELORLink::connected, &loop, &QEventLoop::quit);
+    connect(this, &QObject::destroyed, &loop, &QEventLoop::quit);
+    connect(this, &TELORLink::errorOccurred, &loop, [this, &loop] {
+        if (!d->autoReconnect)
+            loop.quit();
+    });
+    const QPointer<TELORLink> alive(this);
+    timer.start(qMax(0, msecs));
+    loop.exec();
+    return alive && d->up;
+}
+
+void TELORLink::setAutoReconnect(bool on)
+{
+    d->autoReconnect = on;
+    if (!on)
+        d->reconnectTimer->stop();
+}
+
+bool TELORLink::autoReconnect() const
+{
+    return d->autoReconnect;
+}
+
+void TELORLink::setReconnectDelays(int firstMs, int longestMs)
+{
+    d->firstDelay = qMax(1, firstMs);
+    d->longestDelay = qMax(d->firstDelay, longestMs);
+    d->nextDelay = d->firstDelay;
+}
+
+int TELORLink::firstReconnectDelay() const
+{
+    return d->firstDelay;
+}
+
+int TELORLink::longestReconnectDelay() const
+{
+    return d->longestDelay;
+}
+
+void TELORLink::setMaxBodyLength(qint64 bytes)
+{
+    d->reader.setMaxBodyLength(bytes);
+}
+
+qint64 TELORLink::maxBodyLength() const
+{
+    return d->reader.maxBodyLength();
+}
+
+void TELORLink::setMaxSendQueue(qint64 bytes)
+{
+    d->maxSendQueue = qMax<qint64>(0, bytes);
+}
+
+qint64 TELORLink::maxSendQueue() const
+{
+    return d->maxSendQueue;
+}
+
+qint32 TELORLink::source() const
+{
+    return d->source;
+}
+
+qint32 TELORLink::session() const
+{
+    return d->session;
+}
+
+QString TELORLink::serverName() const
+{
+    return QStringLiteral("%1:%2").arg(d->host).arg(d->port);
+}
+
+bool TELORLink::send(const QProtocolStruct &message)
+{
+    return d->sendStamped(message) != 0;
+}
+
+quint32 TELORLink::request(const QProtocolStruct &query, QObject *context, AnswerCallback callback, int timeoutMs)
+{
+    const quint32 sequence = d->sendStamped(query);
+    if (sequence == 0)
+        return 0;
+    Pending &p = d->pending[sequence];
+    p.context = context;
+    p.hasContext = context != nullptr;
+    p.callback = std::move(callback);
+    if (timeoutMs >= 0) {
+        p.deadline = d->deadlines.emplace(d->clock.elapsed() + timeoutMs, sequence);
+        p.hasDeadline = true;
+        if (p.deadline == d->deadlines.begin())
+            d->armTimeout();
+    }
+    return sequence;
+}
+
+bool TELORLink::requestBlocking(const QProtocolStruct &query, QProtocolStruct *answer, int timeoutMs)
+{
+    QEventLoop loop;
+    bool done = false;
+    bool answered = false;
+    const quint32 sequence = request(
+        query, &loop,
+        [&](const QProtocolStruct &reply, bool timedOut) {
+            done = true;
+            answered = !timedOut;
+            if (answered && answer)
+                *answer = reply;
+            loop.quit();
+        },
+        timeoutMs);
+    if (sequence == 0)
+        return false;
+    const QPointer<TELORLink> alive(this);
+    connect(this, &QObject::destroyed, &loop, &QEventLoop::quit);
+    while (!done && alive) {
+        loop.exec();
+        // Leaving for any other reason (an application that exits) gives the request up.
+        if (!done) {
+            if (alive)
+                cancelRequest(sequence);
+            break;
+        }
+    }
+    return answered;
+}
+
+bool TELORLink::cancelRequest(quint32 sequence)
+{
+    const auto it = d->pending.find(sequence);
+    if (it == d->pending.end())
+        return false;
+    d->take(it);
+    d->armTimeout();
+    return true;
+}
+
+int TELORLink::pendingRequests() const
+{
+    return int(d->pending.size());
+}
