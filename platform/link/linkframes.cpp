@@ -6,6 +6,7 @@
 #include <QtCore/QtEndian>
 #include <QtNetwork/QAbstractSocket>
 #include <QtNetwork/QHostAddress>
+#include <QtNetwork/QTcpServer>
 
 #include <typeinfo>
 
@@ -88,6 +89,24 @@ void retireSocket(QAbstractSocket *socket, const QObject *owner, bool graceful)
         socket->deleteLater();
     });
     socket->disconnectFromHost();
+}
+
+void releaseChildren(QObject *owner)
+{
+    const QObjectList children = owner->children();
+    for (QObject *child : children) {
+        if (auto *socket = qobject_cast<QAbstractSocket *>(child)) {
+            QObject::disconnect(socket, nullptr, owner, nullptr);
+            socket->abort();
+        } else if (auto *server = qobject_cast<QTcpServer *>(child)) {
+            QObject::disconnect(server, nullptr, owner, nullptr);
+            server->close();
+        } else {
+            continue;
+        }
+        child->setParent(nullptr);
+        child->deleteLater();
+    }
 }
 
 } // namespace telorlink

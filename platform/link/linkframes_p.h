@@ -5,12 +5,13 @@
 // the routing words inside frame bytes, peer names and the retirement of a socket.
 
 #include <QtCore/QByteArray>
+#include <QtCore/QObject>
+#include <QtCore/QPointer>
 #include <QtCore/QString>
 #include <QtCore/QtGlobal>
 
 class QAbstractSocket;
 class QHostAddress;
-class QObject;
 class QProtocolStruct;
 
 namespace telorlink {
@@ -50,6 +51,41 @@ QString peerName(const QHostAddress &address, quint16 port);
  * deleted with the parent at the latest.
  */
 void retireSocket(QAbstractSocket *socket, const QObject *owner, bool graceful);
+
+/**
+ * Counts how deep the owner is inside a signal of one of its sockets or its listening
+ * server, so that a destructor run from a receiver of such a signal knows it must not
+ * delete the object that is still emitting.
+ */
+class SignalDepth
+{
+public:
+    SignalDepth(int &depth, QObject *owner)
+        : m_depth(depth)
+        , m_owner(owner)
+    {
+        ++m_depth;
+    }
+    ~SignalDepth()
+    {
+        if (m_owner) // the count went with an owner that a receiver destroyed
+            --m_depth;
+    }
+    SignalDepth(const SignalDepth &) = delete;
+    SignalDepth &operator=(const SignalDepth &) = delete;
+
+private:
+    int &m_depth;
+    QPointer<QObject> m_owner;
+};
+
+/**
+ * For a destructor that runs inside a signal of a socket or server of @p owner: takes
+ * every socket and listening server out of @p owner, closed and disconnected from it, and
+ * leaves their deletion to the event loop that is running, so that the one still emitting
+ * outlives its signal.
+ */
+void releaseChildren(QObject *owner);
 
 } // namespace telorlink
 

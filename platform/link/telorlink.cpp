@@ -59,6 +59,7 @@ public:
     bool drop(bool graceful);
     void onConnected(QTcpSocket *socket);
     void onError(QTcpSocket *socket, QAbstractSocket::SocketError error);
+    void reportError(QTcpSocket *socket);
     void onUnconnected(QTcpSocket *socket);
     void onReadyRead(QTcpSocket *socket);
     void scheduleReconnect();
@@ -86,6 +87,7 @@ public:
     int nextDelay = 100;
     QTcpSocket *socket = nullptr;
     bool up = false;
+    bool errorReported = false; // for the attempt or connection under way
     QString peer;
     TELORFrameReader reader;
     qint64 maxSendQueue = DefaultMaxSendQueue;
@@ -95,12 +97,14 @@ public:
     std::map<quint32, Pending> pending;
     std::multimap<qint64, quint32> deadlines;
     QElapsedTimer clock;
+    int signalDepth = 0; // inside a signal of a socket
 };
 
 void TELORLink::Private::startAttempt()
 {
     telorlink::retireSocket(socket, q, false);
     socket = new QTcpSocket(q);
+    errorReported = false;
     QTcpSocket *const s = socket;
     s->setReadBufferSize(SocketReadBuffer);
     QObject::connect(s, &QTcpSocket::connected, q, [this, s] { onConnected(s); });
@@ -131,9 +135,11 @@ bool TELORLink::Private::drop(bool graceful)
 
 void TELORLink::Private::onConnected(QTcpSocket *s)
 {
+    const telorlink::SignalDepth depth(signalDepth, q);
     if (s != socket)
         return;
     up = true;
+    errorReported = false;
     nextDelay = firstDelay;
     reader.clear();
     peer = telorlink::peerName(s->peerAddress(), s->peerPort());
@@ -142,8 +148,19 @@ void TELORLink::Private::onConnected(QTcpSocket *s)
 
 void TELORLink::Private::onError(QTcpSocket *s, QAbstractSocket::SocketError error)
 {
+    const telorlink::SignalDepth depth(signalDepth, q);
     if (s != socket || error == QAbstractSocket::RemoteHostClosedError)
         return;
+    reportError(s);
+}
+
+void TELORLink::Private::reportError(QTcpSocket *s)
+{
+    // Qt announces a failed attempt sometimes before and sometimes after the state change
+    // that ends it; each attempt and each connection is reported once.
+    if (errorReported)
+        return;
+    errorReported = true;
     const QString server = QStringLiteral("%1:%2").arg(host).arg(port);
     const QString message = up ? QStringLiteral("connection to %1 broke: %2").arg(server, s->errorString())
                                : QStringLiteral("cannot connect to %1: %2").arg(server, s->errorString());
@@ -152,9 +169,15 @@ void TELORLink::Private::onError(QTcpSocket *s, QAbstractSocket::SocketError err
 
 void TELORLink::Private::onUnconnected(QTcpSocket *s)
 {
+    const telorlink::SignalDepth depth(signalDepth, q);
     if (s != socket)
         return;
     const QPointer<TELORLink> alive(q);
+    if (!up && s->error() != QAbstractSocket::UnknownSocketError) {
+        reportError(s);
+        if (!alive || s != socket)
+            return;
+    }
     if (!drop(false))
         return;
     // A receiver of disconnected() may have connected again or stopped the link.
@@ -170,6 +193,7 @@ void TELORLink::Private::scheduleReconnect()
 
 void TELORLink::Private::onReadyRead(QTcpSocket *s)
 {
+    const telorlink::SignalDepth depth(signalDepth, q);
     const QPointer<TELORLink> alive(q);
     while (s == socket && up && s->bytesAvailable() > 0) {
         const bool ok = reader.append(s->read(ReadPiece));
@@ -301,6 +325,12 @@ TELORLink::~TELORLink()
 {
     d->reconnectTimer->stop();
     d->timeoutTimer->stop();
+    if (d->signalDepth > 0) {
+        // Destroyed by a receiver of one of our signals: the socket that emitted it is
+        // still at work and is deleted by the event loop instead.
+        d->socket = nullptr;
+        telorlink::releaseChildren(this);
+    }
     if (QTcpSocket *s = std::exchange(d->socket, nullptr)) {
         QObject::disconnect(s, nullptr, this, nullptr);
         s->abort();
@@ -402,6 +432,11 @@ void TELORLink::setMaxSendQueue(qint64 bytes)
 qint64 TELORLink::maxSendQueue() const
 {
     return d->maxSendQueue;
+}
+
+qint64 TELORLink::sendQueue() const
+{
+    return d->socket && d->up ? d->socket->bytesToWrite() : 0;
 }
 
 qint32 TELORLink::source() const

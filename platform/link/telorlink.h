@@ -93,6 +93,8 @@ public:
      */
     void setMaxSendQueue(qint64 bytes);
     qint64 maxSendQueue() const;
+    /** The bytes waiting to be sent; 0 while no connection is up. */
+    qint64 sendQueue() const;
 
     /** The link's source word: the process id, as a 31-bit number. */
     qint32 source() const;

@@ -56,10 +56,13 @@ public:
     qint64 maxBodyLength = TELORFrameReader::DefaultMaxBodyLength;
     qint64 maxSendQueue = DefaultMaxSendQueue;
     int maxConnections = DefaultMaxConnections;
+    int signalDepth = 0; // inside a signal of a socket or of the listening server
 };
 
 void TELORLinkServer::Private::accept()
 {
+    const telorlink::SignalDepth depth(signalDepth, q);
+    const QPointer<TELORLinkServer> alive(q);
     while (server->hasPendingConnections()) {
         QTcpSocket *socket = server->nextPendingConnection();
         if (!socket)
@@ -80,13 +83,19 @@ void TELORLinkServer::Private::accept()
         socket->setReadBufferSize(SocketReadBuffer);
         connections.emplace(id, std::move(connection));
         QObject::connect(socket, &QTcpSocket::readyRead, q, [this, id] { readFrom(id); });
-        QObject::connect(socket, &QTcpSocket::disconnected, q, [this, id] { remove(id, false); });
+        QObject::connect(socket, &QTcpSocket::disconnected, q, [this, id] {
+            const telorlink::SignalDepth depth(signalDepth, q);
+            remove(id, false);
+        });
         Q_EMIT q->clientConnected(id);
+        if (!alive)
+            return;
     }
 }
 
 void TELORLinkServer::Private::readFrom(quint64 id)
 {
+    const telorlink::SignalDepth depth(signalDepth, q);
     const QPointer<TELORLinkServer> alive(q);
     Connection *connection = find(id);
     while (connection && connection->socket->bytesAvailable() > 0) {
@@ -139,6 +148,13 @@ TELORLinkServer::TELORLinkServer(QObject *parent)
 
 TELORLinkServer::~TELORLinkServer()
 {
+    if (d->signalDepth > 0) {
+        // Destroyed by a receiver of one of our signals: the socket or server that emitted
+        // it is still at work and is deleted by the event loop instead.
+        d->connections.clear();
+        telorlink::releaseChildren(this);
+        return;
+    }
     QObject::disconnect(d->server, nullptr, this, nullptr);
     for (auto &entry : d->connections) {
         QTcpSocket *socket = entry.second->socket;
