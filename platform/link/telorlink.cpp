@@ -88,6 +88,7 @@ public:
     QTcpSocket *socket = nullptr;
     bool up = false;
     bool errorReported = false; // for the attempt or connection under way
+    bool keepBackoff = false;   // the last connection ended on a bad frame from the server
     QString peer;
     TELORFrameReader reader;
     qint64 maxSendQueue = DefaultMaxSendQueue;
@@ -140,7 +141,10 @@ void TELORLink::Private::onConnected(QTcpSocket *s)
         return;
     up = true;
     errorReported = false;
-    nextDelay = firstDelay;
+    // A server that sends a bad frame on every connection is not hammered: after such a
+    // close the delay keeps growing until a connection ends otherwise.
+    if (!std::exchange(keepBackoff, false))
+        nextDelay = firstDelay;
     reader.clear();
     peer = telorlink::peerName(s->peerAddress(), s->peerPort());
     Q_EMIT q->connected();
@@ -173,6 +177,12 @@ void TELORLink::Private::onUnconnected(QTcpSocket *s)
     if (s != socket)
         return;
     const QPointer<TELORLink> alive(q);
+    if (up && s->bytesAvailable() > 0) {
+        // What arrived before the close is still delivered.
+        onReadyRead(s);
+        if (!alive || s != socket)
+            return;
+    }
     if (!up && s->error() != QAbstractSocket::UnknownSocketError) {
         reportError(s);
         if (!alive || s != socket)
@@ -218,6 +228,7 @@ void TELORLink::Private::onReadyRead(QTcpSocket *s)
         if (!ok) {
             const QString message = QStringLiteral("closing %1: %2").arg(peer, reader.errorString());
             qWarning().noquote() << QStringLiteral("TELORLink: ") + message;
+            keepBackoff = true;
             Q_EMIT q->errorOccurred(message);
             if (alive && s == socket)
                 s->abort(); // the state change ends the connection and plans the next attempt

@@ -18,7 +18,8 @@ class QProtocolStruct;
  * connectToServer() connects and, unless setAutoReconnect(false) was called, keeps
  * connecting: after a failed attempt or a lost connection it tries again after 100 ms,
  * then after twice as long each time up to 5 s (setReconnectDelays()); a connection that
- * is made resets the delay. connected() is emitted for every connection made: that is the
+ * is made resets the delay, unless the one before it was closed for a bad frame from the
+ * server: then the delay keeps growing, so that such a server is not hammered. connected() is emitted for every connection made: that is the
  * moment for an application to send its subscriptions again, for instance the queries of
  * `ClientParamSubscription::allQueries()`; the link itself resends nothing.
  *

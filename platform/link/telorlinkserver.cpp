@@ -85,7 +85,10 @@ void TELORLinkServer::Private::accept()
         QObject::connect(socket, &QTcpSocket::readyRead, q, [this, id] { readFrom(id); });
         QObject::connect(socket, &QTcpSocket::disconnected, q, [this, id] {
             const telorlink::SignalDepth depth(signalDepth, q);
-            remove(id, false);
+            const QPointer<TELORLinkServer> alive(q);
+            readFrom(id); // what arrived before the close is still delivered
+            if (alive)
+                remove(id, false);
         });
         Q_EMIT q->clientConnected(id);
         if (!alive)

@@ -314,3 +314,37 @@ TEST_F(LinkTest, DestroyingALinkWithAConnectionLeavesNothingBehind)
     owned.reset();
     ASSERT_TRUE(waitUntil([&] { return gone.size() == 1; }));
 }
+
+TEST_F(LinkTest, FramesSentJustBeforeTheServerClosesAreDelivered)
+{
+    ASSERT_TRUE(connectLink());
+    EchoMessage goodbye(99, QStringLiteral("goodbye"));
+    goodbye.write();
+    server.send(serverConnections[0], goodbye);
+    server.send(serverConnections[0], goodbye);
+    server.disconnectClient(serverConnections[0]);
+    ASSERT_TRUE(waitUntil([&] { return disconnectedCount == 1; }));
+    ASSERT_EQ(unmatched.size(), 2);
+    EXPECT_EQ(unmatched[1].packet(), goodbye.packet());
+}
+
+TEST_F(LinkTest, AServerThatSendsBadFramesEveryTimeIsNotHammered)
+{
+    telortest::LogCapture log;
+    RawServer raw;
+    QObject::connect(&raw.tcp, &QTcpServer::newConnection, [&] { raw.sockets.last()->write(headerWithLength(-1)); });
+    link.setReconnectDelays(10, 40);
+    QElapsedTimer clock;
+    clock.start();
+    QList<qint64> at;
+    QObject::connect(&link, &TELORLink::disconnected, [&] { at.append(clock.elapsed()); });
+    link.connectToServer(QStringLiteral("127.0.0.1"), raw.tcp.serverPort());
+    ASSERT_TRUE(waitUntil([&] { return at.size() >= 5; }));
+    link.disconnectFromServer();
+    // The delays grow 10, 20, 40, 40 ms although every connection was made.
+    for (int i = 1; i < 5; ++i) {
+        const qint64 planned = qMin<qint64>(10 << (i - 1), 40);
+        EXPECT_GE(at[i] - at[i - 1], planned * 9 / 10) << "connection " << i;
+    }
+    EXPECT_GE(log.captured().size(), 5);
+}

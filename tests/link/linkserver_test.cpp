@@ -412,3 +412,15 @@ TEST_F(ServerTest, CloseEndsEveryConnectionAndListenWorksAgainOnTheSamePort)
     const quint64 idc = connectRawClient(c);
     EXPECT_GT(idc, idb);
 }
+
+TEST_F(ServerTest, FramesSentJustBeforeThePeerClosesAreDelivered)
+{
+    QTcpSocket socket;
+    const quint64 id = connectRawClient(socket);
+    const QByteArray a = echoFrame(1, QStringLiteral("last"));
+    const QByteArray b = echoFrame(2, QStringLiteral("words"));
+    socket.write(a + b);
+    socket.disconnectFromHost();
+    ASSERT_TRUE(waitUntil([&] { return disconnected.contains(id); }));
+    EXPECT_EQ(framesOf(id), (QList<QByteArray>{a, b}));
+}
