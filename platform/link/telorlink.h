@@ -36,8 +36,10 @@ class QProtocolStruct;
  * "TELORLink: closing 127.0.0.1:5555: body length -1 is negative", and
  * errorOccurred() with the same text after "TELORLink: "; reconnection then applies.
  *
- * The link has no thread of its own: everything happens in the event loop of the thread
- * that owns the object, and only requestBlocking() and waitForConnected() run a local one.
+ * A receiver of any signal, and a request's callback, may send, connect, disconnect or
+ * destroy the link. The link has no thread of its own: everything happens in the event
+ * loop of the thread that owns the object, and only requestBlocking() and
+ * waitForConnected() run a local one.
  */
 class TELORLINK5_EXPORT TELORLink : public QObject
 {

@@ -30,9 +30,11 @@ class QProtocolStruct;
  *   "TELORLinkServer: refusing 127.0.0.1:40312: 16 connections open, the limit".
  * A peer that closes its end, and a connection the application closes, log nothing.
  *
- * Frames that were whole before a bad length word are still delivered, in order, before
- * the connection closes. The server has no thread of its own: everything happens in the
- * event loop of the thread that owns the object.
+ * Frames that were whole before a bad length word, or before the peer closed its end, are
+ * still delivered, in order, before the connection ends. A receiver of any signal may
+ * send, close connections or destroy the server; the socket that is still emitting is
+ * then deleted by the event loop. The server has no thread of its own: everything happens
+ * in the event loop of the thread that owns the object.
  */
 class TELORLINK5_EXPORT TELORLinkServer : public QObject
 {

@@ -348,3 +348,30 @@ TEST_F(LinkTest, AServerThatSendsBadFramesEveryTimeIsNotHammered)
     }
     EXPECT_GE(log.captured().size(), 5);
 }
+
+TEST_F(LinkTest, AReceiverMayDestroyTheLinkInTheMiddleOfAPieceOrOnDisconnection)
+{
+    auto owned = std::make_unique<TELORLink>();
+    int frames = 0;
+    QObject::connect(owned.get(), &TELORLink::frameReceived, [&](const QProtocolStruct &) {
+        ++frames;
+        owned.reset();
+    });
+    owned->connectToServer(QStringLiteral("127.0.0.1"), server.serverPort());
+    ASSERT_TRUE(owned->waitForConnected(Patience));
+    ASSERT_TRUE(waitUntil([&] { return serverConnections.size() == 1; }));
+    ASSERT_TRUE(server.sendFrame(serverConnections[0], echoFrame(1)));
+    ASSERT_TRUE(server.sendFrame(serverConnections[0], echoFrame(2)));
+    ASSERT_TRUE(waitUntil([&] { return !owned; }));
+    spin(50);
+    EXPECT_EQ(frames, 1);
+
+    auto second = std::make_unique<TELORLink>();
+    QObject::connect(second.get(), &TELORLink::disconnected, [&] { second.reset(); });
+    second->connectToServer(QStringLiteral("127.0.0.1"), server.serverPort());
+    ASSERT_TRUE(second->waitForConnected(Patience));
+    ASSERT_TRUE(waitUntil([&] { return serverConnections.size() == 2; }));
+    server.disconnectClient(serverConnections[1]);
+    ASSERT_TRUE(waitUntil([&] { return !second; }));
+    spin(50);
+}
