@@ -1,11 +1,11 @@
 #include "telorlink.h"
 
 #include "linkframes_p.h"
+#include "linkrequests_p.h"
 #include "telorframereader.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDebug>
-#include <QtCore/QElapsedTimer>
 #include <QtCore/QEventLoop>
 #include <QtCore/QPointer>
 #include <QtCore/QRandomGenerator>
@@ -14,7 +14,6 @@
 #include <QtNetwork/QTcpSocket>
 
 #include <limits>
-#include <map>
 #include <utility>
 
 namespace {
@@ -22,15 +21,6 @@ namespace {
 constexpr qint64 ReadPiece = 64 * 1024;
 constexpr qint64 SocketReadBuffer = 1024 * 1024;
 constexpr qint32 LastSequence = std::numeric_limits<qint32>::max();
-
-struct Pending
-{
-    QPointer<QObject> context;
-    bool hasContext = false;
-    TELORLink::AnswerCallback callback;
-    std::multimap<qint64, quint32>::iterator deadline;
-    bool hasDeadline = false;
-};
 
 } // namespace
 
@@ -40,12 +30,9 @@ public:
     explicit Private(TELORLink *q)
         : q(q)
         , reconnectTimer(new QTimer(q))
-        , timeoutTimer(new QTimer(q))
+        , pending(q)
     {
         reconnectTimer->setSingleShot(true);
-        timeoutTimer->setSingleShot(true);
-        timeoutTimer->setTimerType(Qt::PreciseTimer);
-        clock.start();
         source = qint32(QCoreApplication::applicationPid() & LastSequence);
         do
             session = qint32(QRandomGenerator::global()->generate() & quint32(LastSequence));
@@ -67,17 +54,9 @@ public:
     qint32 nextSequence();
     // Sends with fresh routing words; returns the sequence, 0 if nothing was sent.
     quint32 sendStamped(const QProtocolStruct &message);
-    // Removes a pending request and returns it.
-    Pending take(std::map<quint32, Pending>::iterator it);
-    void armTimeout();
-    void onTimeout();
-    // Ends every pending request as timed out. Returns false if the link was destroyed.
-    bool failPending();
-    static void answer(Pending &pending, const QProtocolStruct &message, bool timedOut);
 
     TELORLink *const q;
     QTimer *const reconnectTimer;
-    QTimer *const timeoutTimer;
     QString host;
     quint16 port = 0;
     bool wanted = false;
@@ -95,9 +74,7 @@ public:
     qint32 source = 0;
     qint32 session = 0;
     qint32 lastSequence = 0;
-    std::map<quint32, Pending> pending;
-    std::multimap<qint64, quint32> deadlines;
-    QElapsedTimer clock;
+    telorlink::PendingRequests pending;
     int signalDepth = 0; // inside a signal of a socket
 };
 
@@ -128,7 +105,7 @@ bool TELORLink::Private::drop(bool graceful)
     if (!std::exchange(up, false))
         return true;
     const QPointer<TELORLink> alive(q);
-    if (!failPending())
+    if (!pending.failAll())
         return false;
     Q_EMIT q->disconnected();
     return !alive.isNull();
@@ -204,7 +181,7 @@ void TELORLink::Private::scheduleReconnect()
 void TELORLink::Private::onReadyRead(QTcpSocket *s)
 {
     const telorlink::SignalDepth depth(signalDepth, q);
-    const QPointer<TELORLink> alive(q);
+    const QPointer<TELORLink> linkAlive(q);
     while (s == socket && up && s->bytesAvailable() > 0) {
         const bool ok = reader.append(s->read(ReadPiece));
         while (reader.hasFrame()) {
@@ -212,17 +189,15 @@ void TELORLink::Private::onReadyRead(QTcpSocket *s)
             QProtocolStruct frame;
             frame.setPacket(bytes);
             const telorlink::Route route = telorlink::routeOf(bytes);
-            const auto it = (route.source == source && route.session == session)
-                ? pending.find(quint32(route.sequence))
-                : pending.end();
-            if (it != pending.end()) {
-                Pending matched = take(it);
-                answer(matched, frame, false);
-            } else {
+            bool alive = true;
+            const bool matched = route.source == source && route.session == session
+                && pending.complete(quint32(route.sequence), frame, &alive);
+            if (!alive)
+                return;
+            if (!matched)
                 Q_EMIT q->frameReceived(frame);
-            }
             // A receiver may have closed the link, connected anew or destroyed it.
-            if (!alive || s != socket)
+            if (!linkAlive || s != socket)
                 return;
         }
         if (!ok) {
@@ -230,7 +205,7 @@ void TELORLink::Private::onReadyRead(QTcpSocket *s)
             qWarning().noquote() << QStringLiteral("TELORLink: ") + message;
             keepBackoff = true;
             Q_EMIT q->errorOccurred(message);
-            if (alive && s == socket)
+            if (linkAlive && s == socket)
                 s->abort(); // the state change ends the connection and plans the next attempt
             return;
         }
@@ -241,7 +216,7 @@ qint32 TELORLink::Private::nextSequence()
 {
     do
         lastSequence = lastSequence >= LastSequence ? 1 : lastSequence + 1;
-    while (pending.count(quint32(lastSequence)) != 0);
+    while (pending.contains(quint32(lastSequence)));
     return lastSequence;
 }
 
@@ -265,61 +240,6 @@ quint32 TELORLink::Private::sendStamped(const QProtocolStruct &message)
     return quint32(sequence);
 }
 
-Pending TELORLink::Private::take(std::map<quint32, Pending>::iterator it)
-{
-    Pending taken = std::move(it->second);
-    pending.erase(it);
-    if (taken.hasDeadline) {
-        deadlines.erase(taken.deadline);
-        taken.hasDeadline = false;
-    }
-    return taken;
-}
-
-void TELORLink::Private::answer(Pending &p, const QProtocolStruct &message, bool timedOut)
-{
-    if (p.hasContext && !p.context)
-        return;
-    if (p.callback)
-        p.callback(message, timedOut);
-}
-
-void TELORLink::Private::armTimeout()
-{
-    if (deadlines.empty()) {
-        timeoutTimer->stop();
-        return;
-    }
-    const qint64 wait = qMax<qint64>(0, deadlines.begin()->first - clock.elapsed());
-    timeoutTimer->start(int(qMin<qint64>(wait, std::numeric_limits<int>::max())));
-}
-
-void TELORLink::Private::onTimeout()
-{
-    const QPointer<TELORLink> alive(q);
-    const qint64 now = clock.elapsed();
-    while (!deadlines.empty() && deadlines.begin()->first <= now) {
-        Pending expired = take(pending.find(deadlines.begin()->second));
-        answer(expired, QProtocolStruct(), true);
-        if (!alive)
-            return;
-    }
-    armTimeout();
-}
-
-bool TELORLink::Private::failPending()
-{
-    const QPointer<TELORLink> alive(q);
-    while (!pending.empty()) {
-        Pending lost = take(pending.begin());
-        answer(lost, QProtocolStruct(), true);
-        if (!alive)
-            return false;
-    }
-    armTimeout();
-    return true;
-}
-
 TELORLink::TELORLink(QObject *parent)
     : QObject(parent)
     , d(new Private(this))
@@ -329,13 +249,12 @@ TELORLink::TELORLink(QObject *parent)
         if (d->wanted && !d->socket)
             d->startAttempt();
     });
-    connect(d->timeoutTimer, &QTimer::timeout, this, [this] { d->onTimeout(); });
 }
 
 TELORLink::~TELORLink()
 {
     d->reconnectTimer->stop();
-    d->timeoutTimer->stop();
+    d->pending.clear();
     if (d->signalDepth > 0) {
         // Destroyed by a receiver of one of our signals: the socket that emitted it is
         // still at work and is deleted by the event loop instead.
@@ -347,8 +266,6 @@ TELORLink::~TELORLink()
         s->abort();
         delete s;
     }
-    d->pending.clear();
-    d->deadlines.clear();
 }
 
 void TELORLink::connectToServer(const QString &host, quint16 port)
@@ -475,16 +392,7 @@ quint32 TELORLink::request(const QProtocolStruct &query, QObject *context, Answe
     const quint32 sequence = d->sendStamped(query);
     if (sequence == 0)
         return 0;
-    Pending &p = d->pending[sequence];
-    p.context = context;
-    p.hasContext = context != nullptr;
-    p.callback = std::move(callback);
-    if (timeoutMs >= 0) {
-        p.deadline = d->deadlines.emplace(d->clock.elapsed() + timeoutMs, sequence);
-        p.hasDeadline = true;
-        if (p.deadline == d->deadlines.begin())
-            d->armTimeout();
-    }
+    d->pending.add(sequence, context, std::move(callback), timeoutMs);
     return sequence;
 }
 
@@ -521,15 +429,10 @@ bool TELORLink::requestBlocking(const QProtocolStruct &query, QProtocolStruct *a
 
 bool TELORLink::cancelRequest(quint32 sequence)
 {
-    const auto it = d->pending.find(sequence);
-    if (it == d->pending.end())
-        return false;
-    d->take(it);
-    d->armTimeout();
-    return true;
+    return d->pending.cancel(sequence);
 }
 
 int TELORLink::pendingRequests() const
 {
-    return int(d->pending.size());
+    return d->pending.size();
 }
