@@ -424,3 +424,29 @@ TEST_F(ServerTest, FramesSentJustBeforeThePeerClosesAreDelivered)
     ASSERT_TRUE(waitUntil([&] { return disconnected.contains(id); }));
     EXPECT_EQ(framesOf(id), (QList<QByteArray>{a, b}));
 }
+
+TEST(ServerPeerNames, AnIPv4PeerOfADualStackServerIsNamedAsIPv4)
+{
+    TELORLinkServer server;
+    if (!server.listen(QHostAddress::Any))
+        GTEST_SKIP() << "no dual-stack listening here: " << server.errorString().toStdString();
+    QList<quint64> ids;
+    QObject::connect(&server, &TELORLinkServer::clientConnected, [&](quint64 c) { ids.append(c); });
+    QTcpSocket socket;
+    ASSERT_TRUE(connectRaw(socket, server.serverPort()));
+    ASSERT_TRUE(waitUntil([&] { return ids.size() == 1; }));
+    EXPECT_EQ(server.peerName(ids[0]), loopbackPeer(socket.localPort()));
+}
+
+TEST(ServerPeerNames, AnIPv6PeerIsNamedInBrackets)
+{
+    TELORLinkServer server;
+    if (!server.listen(QHostAddress::LocalHostIPv6))
+        GTEST_SKIP() << "no IPv6 loopback here: " << server.errorString().toStdString();
+    QList<quint64> ids;
+    QObject::connect(&server, &TELORLinkServer::clientConnected, [&](quint64 c) { ids.append(c); });
+    QTcpSocket socket;
+    socket.connectToHost(QHostAddress::LocalHostIPv6, server.serverPort());
+    ASSERT_TRUE(waitUntil([&] { return ids.size() == 1; }));
+    EXPECT_EQ(server.peerName(ids[0]), QStringLiteral("[::1]:%1").arg(socket.localPort()));
+}
