@@ -45,6 +45,15 @@ ParamInfo statusWord(unsigned int id)
     return info;
 }
 
+/** The wire form of @p info: what it holds, all of it. */
+QByteArray wireOf(const ParamInfo &info)
+{
+    QByteArray bytes;
+    QContainerPacket out(&bytes);
+    info.write(out);
+    return bytes;
+}
+
 QList<ParamInfo> readBack(const QByteArray &bytes, int count)
 {
     QList<ParamInfo> read;
@@ -70,8 +79,8 @@ TEST(SharedRecords, RepeatedTablesOfDescriptionsAreOneCopy)
     }
     const QList<ParamInfo> read = readBack(bytes, 2);
     ASSERT_EQ(read.size(), 2);
-    EXPECT_EQ(read.at(0), statusWord(1));
-    EXPECT_EQ(read.at(1), statusWord(2));
+    EXPECT_EQ(wireOf(read.at(0)), wireOf(statusWord(1)));
+    EXPECT_EQ(wireOf(read.at(1)), wireOf(statusWord(2)));
 
     // One copy of the bits, of the rules and of the unit's texts.
     const auto &firstBits = read.at(0).bitField.attributes;
@@ -96,8 +105,10 @@ TEST(SharedRecords, ChangingOneDescriptionLeavesTheOtherAlone)
     read[1].bitField.attributes[0].name.insert(En, QStringLiteral("Changed"));
     read[1].enumeration.combinations[0].sign = QStringLiteral("!=");
     read[1].unit.setTranslation(QStringLiteral("Па"), Ru);
-    EXPECT_EQ(read.at(0), statusWord(1));
-    EXPECT_NE(read.at(1), statusWord(1));
+    EXPECT_EQ(wireOf(read.at(0)), wireOf(statusWord(1)));
+    EXPECT_EQ(read.at(1).bitField.attributes.value(0).name.value(En), QStringLiteral("Changed"));
+    EXPECT_EQ(read.at(1).enumeration.combinations.at(0).sign, QStringLiteral("!="));
+    EXPECT_EQ(read.at(1).unit.translate(Ru, false), QStringLiteral("Па"));
 }
 
 TEST(SharedRecords, ATableReadIntoANonEmptyDescriptionIsAddedToIt)
