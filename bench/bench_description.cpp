@@ -106,6 +106,51 @@ void BM_ReadParamInfo(benchmark::State &state)
     state.SetItemsProcessed(state.iterations() * count);
 }
 
+/** The records of one kind: 0 scalar, 1 enumeration, 2 16-bit status word, 3 field of 4 x 4. */
+QByteArray recordsOfKind(int kind, int count)
+{
+    QByteArray bytes;
+    QContainerPacket out(&bytes);
+    for (int i = 0; i < count; ++i) {
+        const unsigned int id = unsigned(i + 1);
+        switch (kind) {
+        case 0:
+            scalar(id).write(out);
+            break;
+        case 1:
+            enumeration(id, TextDetail::Full).write(out);
+            break;
+        case 2:
+            statusWord(id, 16, TextDetail::Full).write(out);
+            break;
+        default:
+            field(id, 4).write(out);
+            break;
+        }
+    }
+    return bytes;
+}
+
+/**
+ * Where the memory of the mix goes: the heap that 10,000 records of one kind hold once
+ * read, per record, against their wire size. Reading is not timed.
+ */
+void BM_HeldPerKind(benchmark::State &state)
+{
+    constexpr int Count = 10000;
+    const QByteArray bytes = recordsOfKind(int(state.range(0)), Count);
+    for (auto _ : state) {
+        malloc_trim(0);
+        const std::size_t before = heapHeld();
+        const QList<ParamInfo> held = readAll(bytes, Count);
+        malloc_trim(0);
+        const std::size_t after = heapHeld();
+        state.counters["heap_B_per_record"] = double(after - before) / Count;
+        benchmark::DoNotOptimize(held);
+    }
+    state.counters["wire_B_per_record"] = double(bytes.size()) / Count;
+}
+
 void BM_ReadParamInfo_Baseline(benchmark::State &state)
 {
     const int count = int(state.range(0));
@@ -170,6 +215,7 @@ void BM_FullWord_Baseline(benchmark::State &state)
 } // namespace
 
 BENCHMARK(BM_ReadParamInfo)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_HeldPerKind)->DenseRange(0, 3)->Iterations(1);
 BENCHMARK(BM_ReadParamInfo_Baseline)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_FullWord)->Arg(0)->Arg(8);
 BENCHMARK(BM_FullWord_Baseline)->Arg(0)->Arg(8);

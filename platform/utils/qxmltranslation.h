@@ -3,7 +3,9 @@
 
 #include <QtCore/QChar>
 #include <QtCore/QHash>
+#include <QtCore/QPair>
 #include <QtCore/QString>
+#include <QtCore/QVector>
 
 #include "utils5_export.h"
 
@@ -20,6 +22,13 @@ class QXmlStreamReader;
  * Stream form: the English text as QString, then the translations as Qt's
  * QHash<QString, QString>. A translation table read from a stream keeps Qt's rules: a
  * key that arrives twice is kept twice, and a lookup finds the entry read last.
+ *
+ * In memory the translations are kept as a compact list in the order they were stored,
+ * not as a hash: a text usually has one or two translations, and a hash costs several
+ * hundred bytes even for one. Everything that hands out or writes the table builds the
+ * very hash that storing the same translations into a QHash would have built, so its
+ * order, and therefore the stream form, is exactly Qt's. Language keys read from a
+ * stream share their characters with the keys read just before them.
  */
 class UTILS5_EXPORT QXmlTranslation
 {
@@ -86,8 +95,20 @@ private:
     friend UTILS5_EXPORT QDataStream &operator<<(QDataStream &, const QXmlTranslation &);
     friend UTILS5_EXPORT QDataStream &operator>>(QDataStream &, QXmlTranslation &);
 
+    /** One translation: the language key, then the text. */
+    using Form = QPair<QString, QString>;
+
+    QHash<QString, QString> table() const;
+    void store(const QString &language, const QString &text);
+    const QString *find(const QString &language) const;
+
     QString m_engName;
-    QHash<QString, QString> m_translations;
+    /**
+     * The translations in the order they were stored. A key stored again replaces the
+     * text of its last entry, as QHash::insert() replaces the entry a lookup finds; a
+     * stream may bring a key twice, and then both entries stay, as in Qt's hash.
+     */
+    QVector<Form> m_forms;
 };
 
 /** A copy of @p translation with @p prefix put in front of every language form. */

@@ -5,6 +5,10 @@
 // Not installed and not part of the library's interface.
 
 #include "qcontainerpacket.h"
+#include "recentrecords_p.h"
+
+#include <QtCore/QHash>
+#include <QtCore/QString>
 
 namespace DescriptionWire {
 
@@ -30,6 +34,31 @@ bool readEntries(QContainerPacket &packet, Count count, ReadOne readOne)
             break;
     }
     return true;
+}
+
+/**
+ * Reads a text table (language key to text) exactly as Qt's operator reads a
+ * QHash<QString, QString>, then lets it share with an identical table read shortly
+ * before: state texts and rule texts repeat across a list of descriptions.
+ */
+inline void readTextTable(QContainerPacket &packet, QHash<QString, QString> &table)
+{
+    RecentRecords::readShared(packet, table, [&]() { packet >> table; });
+}
+
+/**
+ * Runs @p read, which fills @p table from @p packet, and lets the table share with an
+ * identical one read shortly before, when it was empty before the read (then what the
+ * read leaves in it depends on the bytes alone).
+ */
+template<typename Table, typename Read>
+void readSharedTable(QContainerPacket &packet, Table &table, Read read)
+{
+    if (!table.isEmpty()) {
+        read();
+        return;
+    }
+    RecentRecords::readShared(packet, table, read);
 }
 
 } // namespace DescriptionWire

@@ -1,5 +1,6 @@
 #include "parambitcombination.h"
 
+#include "descriptionwire_p.h"
 #include "qcontainerpacket.h"
 
 void ParamBitCombination::write(QContainerPacket &packet) const
@@ -13,10 +14,10 @@ void ParamBitCombination::write(QContainerPacket &packet) const
 bool ParamBitCombination::read(QContainerPacket &packet)
 {
     qint32 wireState = 0;
-    packet >> value >> wireState
-           >> static_cast<QHash<QString, QString> &>(shortText)
-           >> static_cast<QHash<QString, QString> &>(fullText)
-           >> sign;
+    packet >> value >> wireState;
+    DescriptionWire::readTextTable(packet, shortText);
+    DescriptionWire::readTextTable(packet, fullText);
+    packet >> sign;
     state = wireState;
     return true;
 }

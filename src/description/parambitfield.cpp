@@ -23,15 +23,18 @@ void writeKeyed(QContainerPacket &packet, const QHash<int, Entry> &table)
 template<typename Entry>
 void readKeyed(QContainerPacket &packet, QHash<int, Entry> &table)
 {
-    qint32 count = 0;
-    packet >> count;
-    DescriptionWire::readEntries(packet, count, [&]() {
-        qint32 key = 0;
-        Entry entry;
-        packet >> key;
-        entry.read(packet);
-        table.insert(key, entry);
-        return true;
+    // The bits of a status word, and their states, repeat across the words of a plant.
+    DescriptionWire::readSharedTable(packet, table, [&]() {
+        qint32 count = 0;
+        packet >> count;
+        DescriptionWire::readEntries(packet, count, [&]() {
+            qint32 key = 0;
+            Entry entry;
+            packet >> key;
+            entry.read(packet);
+            table.insert(key, entry);
+            return true;
+        });
     });
 }
 
@@ -45,7 +48,8 @@ void ParamBitField::ParamBitAttributes::ParamBitState::write(QContainerPacket &p
 bool ParamBitField::ParamBitAttributes::ParamBitState::read(QContainerPacket &packet)
 {
     qint32 wireState = 0;
-    packet >> wireState >> static_cast<QHash<QString, QString> &>(text);
+    packet >> wireState;
+    DescriptionWire::readTextTable(packet, text);
     state = wireState;
     return true;
 }
@@ -58,7 +62,7 @@ void ParamBitField::ParamBitAttributes::write(QContainerPacket &packet) const
 
 bool ParamBitField::ParamBitAttributes::read(QContainerPacket &packet)
 {
-    packet >> static_cast<QHash<QString, QString> &>(name);
+    DescriptionWire::readTextTable(packet, name);
     readKeyed(packet, states);
     return true;
 }

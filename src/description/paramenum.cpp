@@ -65,14 +65,18 @@ void ParamEnum::write(QContainerPacket &packet) const
 
 bool ParamEnum::read(QContainerPacket &packet)
 {
-    qint32 count = 0;
-    packet >> count;
-    const bool complete = DescriptionWire::readEntries(packet, count, [&]() {
-        ParamBitCombination combination;
-        if (!combination.read(packet))
-            return false;
-        combinations.append(combination);
-        return true;
+    bool complete = true;
+    // The rules of an enumeration repeat across the parameters of one kind.
+    DescriptionWire::readSharedTable(packet, combinations, [&]() {
+        qint32 count = 0;
+        packet >> count;
+        complete = DescriptionWire::readEntries(packet, count, [&]() {
+            ParamBitCombination combination;
+            if (!combination.read(packet))
+                return false;
+            combinations.append(combination);
+            return true;
+        });
     });
     if (!complete)
         return false;

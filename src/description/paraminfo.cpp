@@ -24,6 +24,9 @@ bool readInfo(ParamInfo &info, QContainerPacket &packet, int level)
     packet >> info.id >> info.code >> info.code2 >> info.code3 >> info.type
            >> info.name >> info.unitX >> info.unit >> info.rows >> info.columns
            >> option >> precision >> format;
+    RecentRecords::fit(info.code);
+    RecentRecords::fit(info.code2);
+    RecentRecords::fit(info.code3);
     info.option = option != 0;
     info.precision = static_cast<signed char>(precision);
     info.format = static_cast<char>(format);
@@ -64,6 +67,7 @@ bool readInfo(ParamInfo &info, QContainerPacket &packet, int level)
     info.setpoints.read(packet);
     TelorWire::readList(packet, info.idList);
     packet >> info.extraText;
+    RecentRecords::fit(info.extraText);
     return info.type != 0;
 }
 
