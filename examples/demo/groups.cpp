@@ -92,9 +92,11 @@ bool applyRemove(ParamGroupItem *root, const ParamGroupRemoveParametersInfo &edi
         QList<unsigned int> ids;
         for (const ParamGroupRemoveParametersInfo::Data &p : list)
             ids << p.id;
-        all = group && group->removeParameters(ids) && all;
+        bool complete = false;
+        // The unlinked nodes are ours now: this receiver has no further use for them.
         if (group)
-            qDeleteAll(group->takeRemoved());
+            qDeleteAll(group->takeParameters(ids, &complete));
+        all = complete && all;
     }
     return all;
 }

@@ -11,6 +11,7 @@
 #include "paramgroupitem.h"
 #include "qcontainerpacket.h"
 
+#include <QtCore/QSet>
 #include <QtCore/QXmlStreamWriter>
 
 #include <cstdint>
@@ -65,9 +66,18 @@ void useTree(ParamGroupItem &tree)
     writer.writeEndElement();
 
     clone->refresh(tree.tags);
-    clone->removeParameters(ids);
-    const QList<ParamGroupItem *> taken = copy.removeParameters(ids) ? copy.takeRemoved() : QList<ParamGroupItem *>();
-    qDeleteAll(taken);
+    // Both ways of unlinking: the children unlinked belong to the caller either way.
+    const QList<ParamGroupItem *> before = clone->children;
+    const bool removed = clone->removeParameters(ids);
+    const QSet<ParamGroupItem *> kept(clone->children.cbegin(), clone->children.cend());
+    for (ParamGroupItem *child : before) {
+        if (child && !kept.contains(child))
+            delete child;
+    }
+    bool taken = !removed;
+    qDeleteAll(copy.takeParameters(ids, &taken));
+    if (taken != removed)
+        __builtin_trap();
     delete clone;
 }
 

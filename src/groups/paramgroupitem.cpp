@@ -37,8 +37,6 @@ ParamGroupItem::~ParamGroupItem()
 {
     for (ParamGroupItem *child : qAsConst(children))
         delete child;
-    for (ParamGroupItem *child : qAsConst(m_unlinked))
-        delete child;
 }
 
 ParamGroupItem &ParamGroupItem::operator=(const ParamGroupItem &other)
@@ -102,24 +100,26 @@ QList<unsigned int> ParamGroupItem::getParamList() const
 
 bool ParamGroupItem::removeParameters(const QList<unsigned int> &ids)
 {
-    int removed = 0;
+    bool complete = false;
+    // The unlinked children are the caller's from here on; this node forgets them.
+    takeParameters(ids, &complete);
+    return complete;
+}
+
+QList<ParamGroupItem *> ParamGroupItem::takeParameters(const QList<unsigned int> &ids, bool *complete)
+{
+    QList<ParamGroupItem *> taken;
     for (int i = 0; i < children.size();) {
         ParamGroupItem *child = children.at(i);
         if (child && child->type == ParamItem && ids.contains(child->getID())) {
             children.removeAt(i);
-            m_unlinked.append(child);
-            ++removed;
+            taken.append(child);
         } else {
             ++i;
         }
     }
-    return !ids.isEmpty() && removed == ids.size();
-}
-
-QList<ParamGroupItem *> ParamGroupItem::takeRemoved()
-{
-    QList<ParamGroupItem *> taken;
-    taken.swap(m_unlinked);
+    if (complete)
+        *complete = !ids.isEmpty() && taken.size() == ids.size();
     return taken;
 }
 

@@ -21,8 +21,11 @@ class QXmlStreamWriter;
  * parameters.
  *
  * Ownership: a node owns the non-null entries of `children` and destroys them, front to
- * back, when it is destroyed. Whoever holds the root owns the whole tree. Every
- * operation skips null entries of `children`.
+ * back, when it is destroyed, and nothing else. Whoever holds the root owns the whole
+ * tree. A child that leaves `children` (through removeParameters(), takeParameters() or
+ * the caller's own list operations) belongs to whoever holds a pointer to it, as with
+ * Qt's own take functions: it may be deleted, or appended to another node's `children`,
+ * which then owns it. Every operation skips null entries of `children`.
  *
  * Wire form of a node, one record with its children's records nested inside it:
  *
@@ -69,10 +72,7 @@ public:
                             const QHash<QString, QString> &tags = QHash<QString, QString>());
     /** A NoItem node with no flag, tags or children, then assigned from @p other: a deep copy. */
     ParamGroupItem(const ParamGroupItem &other);
-    /**
-     * Destroys every non-null child, front to back, and every child that
-     * removeParameters() unlinked and nobody took with takeRemoved().
-     */
+    /** Destroys every non-null entry of `children`, front to back; nothing else. */
     virtual ~ParamGroupItem();
 
     /**
@@ -115,16 +115,20 @@ public:
      * scanning the whole list. Returns true only if @p ids is not empty and the number of
      * children unlinked equals its size; children that match are unlinked in every case.
      *
-     * The unlinked children are not destroyed: pointers to them stay valid while this node
-     * lives. This node keeps them and destroys them with itself, unless takeRemoved() hands
-     * them to the caller.
+     * The unlinked children are not destroyed, and this node no longer owns them: they
+     * belong to whoever holds pointers to them, who may delete them or append them to
+     * another node. A caller that holds no pointer to them loses them; to receive them,
+     * use takeParameters(), which unlinks exactly the same children.
      */
     bool removeParameters(const QList<unsigned int> &ids);
     /**
-     * Hands every child that removeParameters() unlinked over to the caller, who owns them
-     * from then on, in the order in which they were unlinked. This node forgets them.
+     * Unlinks exactly the children that removeParameters(@p ids) unlinks, with the same
+     * effect on `children`, and returns them in the order they stood in the list. The
+     * caller owns the returned nodes from then on (delete them, or append them to
+     * another node). If @p complete is not null, it receives what removeParameters()
+     * would have returned.
      */
-    QList<ParamGroupItem *> takeRemoved();
+    QList<ParamGroupItem *> takeParameters(const QList<unsigned int> &ids, bool *complete = nullptr);
 
     /**
      * Stores the value of every key of @p tags that this node already has, when it
@@ -205,8 +209,6 @@ public:
 
 private:
     bool readAtLevel(QContainerPacket &packet, int level);
-
-    QList<ParamGroupItem *> m_unlinked;
 };
 
 #endif // PARAMGROUPITEM_H

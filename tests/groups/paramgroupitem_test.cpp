@@ -130,6 +130,33 @@ TEST(GroupItem, ParamListSkipsUnparsableIdsAndKeepsZero)
     EXPECT_TRUE(ParamGroupItem().getParamList().isEmpty());
 }
 
+namespace {
+
+/**
+ * The children of @p before that are no longer in @p node's list, in their old order: what
+ * a removal unlinked. The test owns them from then on.
+ */
+QList<ParamGroupItem *> unlinkedSince(const QList<ParamGroupItem *> &before, const ParamGroupItem &node)
+{
+    QList<ParamGroupItem *> gone;
+    for (ParamGroupItem *child : before) {
+        if (child && !node.children.contains(child))
+            gone << child;
+    }
+    return gone;
+}
+
+/** The identifiers of @p items, null entries as -1, in list order. */
+QList<int> idsOf(const QList<ParamGroupItem *> &items)
+{
+    QList<int> ids;
+    for (const ParamGroupItem *item : items)
+        ids << (item ? int(item->getID()) : -1);
+    return ids;
+}
+
+} // namespace
+
 TEST(GroupItem, RemoveParametersOfOneKnownAndOneUnknownRemovesTheKnownAndFails)
 {
     ParamGroupItem root(ParamGroupItem::GroupItem);
@@ -139,84 +166,94 @@ TEST(GroupItem, RemoveParametersOfOneKnownAndOneUnknownRemovesTheKnownAndFails)
     EXPECT_FALSE(root.removeParameters({1, 77}));
     ASSERT_EQ(root.children.size(), 1);
     EXPECT_EQ(root.children.at(0), b);
-    // Unlinked, not destroyed: the pointer stays usable while the node lives.
-    EXPECT_EQ(a->getID(), 1u);
-}
-
-TEST(GroupItem, RemoveParametersResults)
-{
-    {
-        ParamGroupItem root(ParamGroupItem::GroupItem);
-        EXPECT_FALSE(root.removeParameters({1}));
-        EXPECT_FALSE(root.removeParameters({}));
-    }
-    {
-        ParamGroupItem root(ParamGroupItem::GroupItem);
-        root.children << param(1) << param(2);
-        EXPECT_FALSE(root.removeParameters({}));
-        EXPECT_EQ(root.children.size(), 2);
-    }
-    {
-        // All named identifiers found, once each.
-        ParamGroupItem root(ParamGroupItem::GroupItem);
-        ParamGroupItem *keep = group(QStringLiteral("g"));
-        root.children << param(1) << keep << nullptr << param(2) << param(3);
-        EXPECT_TRUE(root.removeParameters({3, 1}));
-        ASSERT_EQ(root.children.size(), 3);
-        EXPECT_EQ(root.children.at(0), keep);
-        EXPECT_EQ(root.children.at(1), nullptr);
-        EXPECT_EQ(root.children.at(2)->getID(), 2u);
-    }
-    {
-        // One identifier named twice, one matching child: removed, and false.
-        ParamGroupItem root(ParamGroupItem::GroupItem);
-        root.children << param(4);
-        EXPECT_FALSE(root.removeParameters({4, 4}));
-        EXPECT_TRUE(root.children.isEmpty());
-    }
-    {
-        // Two children with one identifier, named once: both removed, and false.
-        ParamGroupItem root(ParamGroupItem::GroupItem);
-        root.children << param(4) << param(5) << param(4);
-        EXPECT_FALSE(root.removeParameters({4}));
-        ASSERT_EQ(root.children.size(), 1);
-        EXPECT_EQ(root.children.at(0)->getID(), 5u);
-    }
-    {
-        // Only parameters are removed: a group or a field with the same "id" stays.
-        ParamGroupItem root(ParamGroupItem::GroupItem);
-        root.children << new ParamGroupItem(ParamGroupItem::GroupItem, false, Tags{{QStringLiteral("id"), QStringLiteral("6")}})
-                      << new ParamGroupItem(ParamGroupItem::FieldItem, false, Tags{{QStringLiteral("id"), QStringLiteral("6")}});
-        EXPECT_FALSE(root.removeParameters({6}));
-        EXPECT_EQ(root.children.size(), 2);
-    }
-    {
-        // A parameter without a usable "id" has getID() 0 and is removed by 0.
-        ParamGroupItem root(ParamGroupItem::GroupItem);
-        root.children << param(QStringLiteral("junk")) << param(8);
-        EXPECT_TRUE(root.removeParameters({0}));
-        ASSERT_EQ(root.children.size(), 1);
-        EXPECT_EQ(root.children.at(0)->getID(), 8u);
-    }
-}
-
-TEST(GroupItem, RemovedChildrenCanBeTakenOver)
-{
-    QStringList log;
-    auto root = std::make_unique<ParamGroupItem>(ParamGroupItem::GroupItem);
-    auto *a = new ParamGroupItem(ParamGroupItem::ParamItem, false, Tags{{QStringLiteral("id"), QStringLiteral("1")}});
-    root->children << a << param(2);
-    EXPECT_TRUE(root->removeParameters({1}));
-    const QList<ParamGroupItem *> taken = root->takeRemoved();
-    ASSERT_EQ(taken.size(), 1);
-    EXPECT_EQ(taken.at(0), a);
-    EXPECT_TRUE(root->takeRemoved().isEmpty());
-    root.reset(); // must not destroy a
+    // Unlinked, not destroyed: the pointer stays usable, and the caller deletes it.
     EXPECT_EQ(a->getID(), 1u);
     delete a;
 }
 
-TEST(GroupItem, RemovedChildrenAreDestroyedWithTheirFormerParent)
+namespace {
+
+/** One removal: the tree's children, the identifiers named, and what must come of it. */
+struct RemovalCase {
+    const char *what;
+    std::function<QList<ParamGroupItem *>()> children;
+    QList<unsigned int> ids;
+    bool result;
+    QList<int> kept;  ///< identifiers left in `children`, null entries as -1
+    QList<int> taken; ///< identifiers unlinked, in list order
+};
+
+QList<RemovalCase> removalCases()
+{
+    const auto typed = [](ParamGroupItem::ItemType type, const char *id) {
+        return new ParamGroupItem(type, false, Tags{{QStringLiteral("id"), QLatin1String(id)}});
+    };
+    return {
+        {"no children", [] { return QList<ParamGroupItem *>(); }, {1}, false, {}, {}},
+        {"no children, no identifiers", [] { return QList<ParamGroupItem *>(); }, {}, false, {}, {}},
+        {"no identifiers", [] { return QList<ParamGroupItem *>{param(1), param(2)}; }, {}, false, {1, 2}, {}},
+        {"all found once each",
+         [] { return QList<ParamGroupItem *>{param(1), group(QStringLiteral("g")), nullptr, param(2), param(3)}; },
+         {3, 1}, true, {0, -1, 2}, {1, 3}},
+        {"an identifier that no child has", [] { return QList<ParamGroupItem *>{param(1), param(2)}; }, {1, 77},
+         false, {2}, {1}},
+        {"one identifier twice, one matching child", [] { return QList<ParamGroupItem *>{param(4)}; }, {4, 4}, false,
+         {}, {4}},
+        {"two children with one identifier, named once",
+         [] { return QList<ParamGroupItem *>{param(4), param(5), param(4)}; }, {4}, false, {5}, {4, 4}},
+        {"only parameters are removed",
+         [typed] {
+             return QList<ParamGroupItem *>{typed(ParamGroupItem::GroupItem, "6"), typed(ParamGroupItem::FieldItem, "6")};
+         },
+         {6}, false, {6, 6}, {}},
+        {"a parameter without a usable id is removed by 0",
+         [] { return QList<ParamGroupItem *>{param(QStringLiteral("junk")), param(8)}; }, {0}, true, {8}, {0}},
+    };
+}
+
+} // namespace
+
+TEST(GroupItem, RemoveParametersResultsAndEffects)
+{
+    for (const RemovalCase &c : removalCases()) {
+        SCOPED_TRACE(c.what);
+        ParamGroupItem root(ParamGroupItem::GroupItem);
+        root.children = c.children();
+        const QList<ParamGroupItem *> before = root.children;
+        EXPECT_EQ(root.removeParameters(c.ids), c.result);
+        const QList<ParamGroupItem *> gone = unlinkedSince(before, root);
+        EXPECT_EQ(idsOf(root.children), c.kept);
+        EXPECT_EQ(idsOf(gone), c.taken);
+        // The node no longer owns them: the caller deletes them before the node dies.
+        qDeleteAll(gone);
+    }
+}
+
+TEST(GroupItem, TakeParametersUnlinksTheSameChildrenAndHandsThemOverInListOrder)
+{
+    for (const RemovalCase &c : removalCases()) {
+        SCOPED_TRACE(c.what);
+        ParamGroupItem root(ParamGroupItem::GroupItem);
+        root.children = c.children();
+        const QList<ParamGroupItem *> before = root.children;
+        bool complete = !c.result;
+        const QList<ParamGroupItem *> taken = root.takeParameters(c.ids, &complete);
+        EXPECT_EQ(complete, c.result);
+        EXPECT_EQ(idsOf(root.children), c.kept);
+        EXPECT_EQ(taken, unlinkedSince(before, root));
+        EXPECT_EQ(idsOf(taken), c.taken);
+        qDeleteAll(taken);
+    }
+    // Without the flag, the same children come back.
+    ParamGroupItem root(ParamGroupItem::GroupItem);
+    ParamGroupItem *second = param(2);
+    root.children << param(1) << second << param(3);
+    const QList<ParamGroupItem *> taken = root.takeParameters({2});
+    EXPECT_EQ(taken, (QList<ParamGroupItem *>{second}));
+    qDeleteAll(taken);
+}
+
+TEST(GroupItem, UnlinkedChildrenDeletedByTheCallerAreNotDestroyedAgain)
 {
     QStringList log;
     {
@@ -227,8 +264,41 @@ TEST(GroupItem, RemovedChildrenAreDestroyedWithTheirFormerParent)
         root.children << new LoggedItem(&log, QStringLiteral("kept")) << removed;
         EXPECT_TRUE(root.removeParameters({3}));
         EXPECT_TRUE(log.isEmpty());
+        delete removed;
+        EXPECT_EQ(log, QStringList{QStringLiteral("removed")});
     }
-    EXPECT_EQ(log, (QStringList{QStringLiteral("kept"), QStringLiteral("removed")}));
+    // The node destroyed only what was still in its list.
+    EXPECT_EQ(log, (QStringList{QStringLiteral("removed"), QStringLiteral("kept")}));
+}
+
+TEST(GroupItem, ChildMovedToAnotherGroupIsDestroyedOnceByItsNewOwner)
+{
+    for (const bool formerFirst : {true, false}) {
+        SCOPED_TRACE(formerFirst ? "former group destroyed first" : "new group destroyed first");
+        QStringList log;
+        auto former = std::make_unique<LoggedItem>(&log, QStringLiteral("former"));
+        auto next = std::make_unique<LoggedItem>(&log, QStringLiteral("next"));
+        auto *moved = new LoggedItem(&log, QStringLiteral("moved"));
+        moved->type = ParamGroupItem::ParamItem;
+        moved->tags.insert(QStringLiteral("id"), QStringLiteral("5"));
+        former->children << moved;
+        EXPECT_TRUE(former->removeParameters({5}));
+        next->children << moved;
+
+        if (formerFirst) {
+            former.reset();
+            EXPECT_EQ(log, QStringList{QStringLiteral("former")});
+            EXPECT_EQ(moved->getID(), 5u); // still alive, held by the new group
+            next.reset();
+            EXPECT_EQ(log, (QStringList{QStringLiteral("former"), QStringLiteral("next"), QStringLiteral("moved")}));
+        } else {
+            next.reset();
+            EXPECT_EQ(log, (QStringList{QStringLiteral("next"), QStringLiteral("moved")}));
+            former.reset();
+            EXPECT_EQ(log, (QStringList{QStringLiteral("next"), QStringLiteral("moved"), QStringLiteral("former")}));
+        }
+        EXPECT_EQ(log.count(QStringLiteral("moved")), 1);
+    }
 }
 
 TEST(GroupItem, RefreshChangesOnlyKnownKeys)
