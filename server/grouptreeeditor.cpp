@@ -209,8 +209,7 @@ bool GroupTreeEditor::removeParameters(const ParamGroupRemoveParametersInfo &mes
             ParamGroupItem *group = findGroup(d.path.isEmpty() ? it.key() : d.path);
             if (!group)
                 continue;
-            group->removeParameters({d.id});
-            qDeleteAll(group->takeRemoved());
+            qDeleteAll(group->takeParameters({d.id}));
         }
     }
     return true;

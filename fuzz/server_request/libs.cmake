@@ -1,0 +1,1 @@
+set(fuzz_libs telor-plant)
