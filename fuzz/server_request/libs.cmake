@@ -1,1 +1,0 @@
-set(fuzz_libs telor-plant)
