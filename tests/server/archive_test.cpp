@@ -209,3 +209,23 @@ TEST(ServerArchive, RestartKeepsTheArchiveAndBackfillsOnlyTheGap)
         EXPECT_EQ(all[0]->getParam(101)->getData().size(), 1 + 5);
     }
 }
+
+TEST(ServerArchive, UnfinishedAnswersAreBoundedPerConnection)
+{
+    PlantServer::Options options;
+    options.valuesPerPiece = 1;
+    Harness h(loadPlant(examplePlantPath()), nullptr, 10000, options);
+    QObject chart;
+    for (int i = 0; i <= PlantServer::MaxPendingAnswers; ++i) {
+        ArchiveQuery query(&chart);
+        query.setFromBegin();
+        query.setToEnd();
+        query.appendById(101);
+        h.send(1, query);
+    }
+    EXPECT_EQ(h.server->pendingAnswerCount(), PlantServer::MaxPendingAnswers);
+    EXPECT_EQ(h.take(1).size(), PlantServer::MaxPendingAnswers); // the first piece of each
+    EXPECT_EQ(h.log.last(), QStringLiteral("connection 1: refused a query beyond 16 unfinished answers"));
+    h.server->connectionClosed(1);
+    EXPECT_EQ(h.server->pendingAnswerCount(), 0);
+}

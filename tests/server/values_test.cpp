@@ -16,6 +16,9 @@
 
 #include <QtCore/QObject>
 
+#include <memory>
+#include <vector>
+
 #include <gtest/gtest.h>
 
 using namespace servertest;
@@ -159,4 +162,23 @@ TEST(ServerValues, FieldReachesEverySubscriberWhole)
     const double expected = serverValue(*h.server, 205);
     EXPECT_EQ(first->param(1, 1)->variantValue().toDouble(), expected);
     EXPECT_EQ(second->param(1, 1)->variantValue().toDouble(), expected);
+}
+
+TEST(ServerValues, SubscriptionsBeyondTheBoundAreRefused)
+{
+    Harness h(loadPlant(examplePlantPath()));
+    std::vector<std::unique_ptr<QObject>> clients;
+    for (int i = 0; i <= PlantServer::MaxSubscriptions; ++i) {
+        clients.emplace_back(new QObject);
+        ParamSubscriptionQuery query(clients.back().get());
+        query.ids = {109};
+        h.send(1, query);
+    }
+    EXPECT_EQ(h.server->subscriptionCount(), PlantServer::MaxSubscriptions);
+    EXPECT_EQ(h.log.last(), QStringLiteral("connection 1: refused a subscription beyond 256"));
+    // Another connection has its own bound.
+    ParamSubscriptionQuery query(clients.back().get());
+    query.ids = {109};
+    h.send(2, query);
+    EXPECT_EQ(h.server->subscriptionCount(), PlantServer::MaxSubscriptions + 1);
 }
