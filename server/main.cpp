@@ -82,10 +82,22 @@ bool parseListen(const QString &text, QHostAddress *address, quint16 *port)
     return true;
 }
 
+/**
+ * Qt's warnings go to standard error; the library's debug traces (such as the one every
+ * parsed event type leaves) are not part of the server's log and are dropped.
+ */
+void messageHandler(QtMsgType type, const QMessageLogContext &, const QString &message)
+{
+    if (type == QtDebugMsg || type == QtInfoMsg)
+        return;
+    std::fprintf(stderr, "telor-server: %s\n", message.toLocal8Bit().constData());
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
+    qInstallMessageHandler(&messageHandler);
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("telor-server"));
 
