@@ -107,6 +107,7 @@ TEST(ServerProcess, ServesDescriptionsAndValuesAndStopsOnSigterm)
     ASSERT_TRUE(link.waitForConnected(10000));
 
     ParamInfoQuery describe;
+    describe.write(); // the link sends what the message's owner wrote
     QProtocolStruct answer;
     ASSERT_TRUE(link.requestBlocking(describe, &answer, 20000));
     ParamInfoList list;
@@ -126,7 +127,9 @@ TEST(ServerProcess, ServesDescriptionsAndValuesAndStopsOnSigterm)
             subscription.dropFlags();
         }
     });
-    ASSERT_TRUE(link.send(subscription.query(&screen)));
+    ParamSubscriptionQuery wish = subscription.query(&screen);
+    wish.write();
+    ASSERT_TRUE(link.send(wish));
     ASSERT_TRUE(waitFor([&] { return results >= 3; })) << results;
     EXPECT_TRUE(boiler->dataReceived());
     EXPECT_TRUE(boiler->getValue().isValid());
@@ -155,6 +158,7 @@ TEST(ServerProcess, ArchiveSurvivesAKill)
         QObject screen;
         ParamSubscriptionQuery query(&screen);
         query.ids = {101};
+        query.write();
         ASSERT_TRUE(link.send(query));
         ASSERT_TRUE(waitFor([&] { return frames >= 10; }));
         server.process.kill(); // SIGKILL: no flush, no goodbye
@@ -172,6 +176,7 @@ TEST(ServerProcess, ArchiveSurvivesAKill)
     query.setInterval(QDateTime(QDate(2026, 1, 1), QTime(0, 0), Qt::UTC).addMSecs(1),
                       QDateTime(QDate(2026, 1, 1), QTime(1, 0), Qt::UTC));
     query.appendById(101);
+    query.write();
     QProtocolStruct answer;
     ASSERT_TRUE(link.requestBlocking(query, &answer, 20000));
     ArchiveResult result;
