@@ -229,3 +229,19 @@ TEST(ServerArchive, UnfinishedAnswersAreBoundedPerConnection)
     h.server->connectionClosed(1);
     EXPECT_EQ(h.server->pendingAnswerCount(), 0);
 }
+
+TEST(ServerArchive, RetentionPrunesOlderRows)
+{
+    PlantServer::Options options;
+    options.retainMs = 5000;
+    Harness h(loadPlant(examplePlantPath()), nullptr, 10000, options);
+    MemoryArchiveStore &store = *h.m_ownStore;
+    const qint64 start = testStart().toMSecsSinceEpoch();
+    // The sine stored a value every tick of the 10 s history; only the last 5 s stay.
+    EXPECT_EQ(store.countValues(101, 0, start - 5001), 0);
+    EXPECT_EQ(store.countValues(101, start - 5000, start), 21);
+    // A minute of ticks later, the pruning has moved on with the simulated time.
+    h.ticks(240);
+    EXPECT_EQ(store.countValues(101, 0, start + 60000 - 5001), 0);
+    EXPECT_EQ(store.countValues(101, start + 55000, start + 60000), 21);
+}
