@@ -15,24 +15,32 @@ file(MAKE_DIRECTORY ${WORK_DIR})
 
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
 
-# The three libraries with their sonames.
-foreach(lib TELORParams5 TELORProtocol5 Utils5)
+# The four libraries with their sonames.
+foreach(lib TELORParams5 TELORProtocol5 Utils5 TELORLink5)
   file(GLOB found ${prefix}/lib*/lib${lib}.so.1 ${prefix}/lib*/*/lib${lib}.so.1)
   if(NOT found)
     message(FATAL_ERROR "lib${lib}.so.1 is not installed")
   endif()
 endforeach()
 
-# The umbrella header names every installed header but the export headers.
+# Each umbrella header names its library's installed headers: TELORLink5.h those of the
+# link library, TELORParams5.h every other one but the export headers.
 set(incdir ${prefix}/include/TELORParams5)
 file(READ ${incdir}/TELORParams5.h umbrella)
+file(READ ${incdir}/TELORLink5.h link_umbrella)
 file(GLOB headers RELATIVE ${incdir} ${incdir}/*.h)
 foreach(h ${headers})
-  if(h STREQUAL "TELORParams5.h" OR h MATCHES "_export\\.h$")
+  if(h STREQUAL "TELORParams5.h" OR h STREQUAL "TELORLink5.h" OR h MATCHES "_export\\.h$")
     continue()
   endif()
-  if(NOT umbrella MATCHES "#include \"${h}\"")
-    message(FATAL_ERROR "TELORParams5.h does not include ${h}")
+  if(NOT umbrella MATCHES "#include \"${h}\"" AND NOT link_umbrella MATCHES "#include \"${h}\"")
+    message(FATAL_ERROR "neither TELORParams5.h nor TELORLink5.h includes ${h}")
+  endif()
+endforeach()
+# The link library stays out of the Qt Core only umbrella.
+foreach(h TELORLink5.h telorlink.h telorlinkserver.h telorframereader.h)
+  if(umbrella MATCHES "#include \"${h}\"")
+    message(FATAL_ERROR "TELORParams5.h includes ${h}, which needs Qt Network")
   endif()
 endforeach()
 file(GLOB private_headers ${incdir}/*_p.h)
@@ -49,6 +57,10 @@ run(${WORK_DIR}/consumer-build/consumer)
 if(NOT RUN_OUTPUT MATCHES "consumer ok")
   message(FATAL_ERROR "the consumer did not run as expected: ${RUN_OUTPUT}")
 endif()
+run(${WORK_DIR}/consumer-build/link-consumer)
+if(NOT RUN_OUTPUT MATCHES "link consumer ok")
+  message(FATAL_ERROR "the link consumer did not run as expected: ${RUN_OUTPUT}")
+endif()
 
 # pkg-config knows the package too.
 find_program(PKG_CONFIG pkg-config)
@@ -58,6 +70,10 @@ if(PKG_CONFIG)
   run(${PKG_CONFIG} --cflags --libs TELORParams5)
   if(NOT RUN_OUTPUT MATCHES "-lTELORParams5")
     message(FATAL_ERROR "pkg-config gave: ${RUN_OUTPUT}")
+  endif()
+  run(${PKG_CONFIG} --cflags --libs TELORLink5)
+  if(NOT RUN_OUTPUT MATCHES "-lTELORLink5" OR NOT RUN_OUTPUT MATCHES "Qt5Network|QtNetwork")
+    message(FATAL_ERROR "pkg-config gave for TELORLink5: ${RUN_OUTPUT}")
   endif()
 endif()
 # The example of the README, built the way the README says, must compile and run too.
