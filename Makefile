@@ -8,7 +8,7 @@ BUILD_TYPE     ?= RelWithDebInfo
 FUZZ_SECONDS   ?= 20
 JOBS           ?= $(shell nproc 2>/dev/null || echo 2)
 
-.PHONY: all deps configure build demo test bench sanitize fuzz install clean
+.PHONY: all deps configure build demo serve test bench sanitize fuzz install clean
 
 all: build
 
@@ -23,6 +23,10 @@ build: configure
 
 demo: build
 	$(BUILD_DIR)/examples/demo/telor-demo
+
+# The plant server on the example plant, at 127.0.0.1:7450, until Ctrl-C.
+serve: build
+	$(BUILD_DIR)/server/telor-server
 
 test: build
 	ctest --test-dir $(BUILD_DIR) --output-on-failure -j $(JOBS)

@@ -9,6 +9,7 @@ packages=(
   cmake
   pkg-config
   qtbase5-dev
+  libqt5sql5-sqlite
   libgtest-dev
   libgmock-dev
   libbenchmark-dev
