@@ -19,7 +19,9 @@ public:
     TranslationItemNew() = default;
     /** A table holding the one text @p text under @p language. */
     TranslationItemNew(const QString &language, const QString &text);
+    /** A copy of the table; Qt shares the entries until one side changes. */
     TranslationItemNew(const TranslationItemNew &) = default;
+    /** Replaces the table by a copy of the other one. */
     TranslationItemNew &operator=(const TranslationItemNew &) = default;
     virtual ~TranslationItemNew();
 };

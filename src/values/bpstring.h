@@ -23,11 +23,13 @@ public:
     /** Reads the value; always true. A truncated payload reads as a null or empty string. */
     bool readPrivate(QContainerPacket &packet) override;
 
+    /** The stored text; a null string for a new parameter. */
     QString getValue() const;
     /** Stores @p value; raises the flags first if it differs from the stored text. */
     void setValue(const QString &value);
 
 protected:
+    /** The stored text, the QString of the payload. */
     QString value;
 };
 
