@@ -117,7 +117,7 @@ expect("${files}" "\n/usr/lib[^\n]*/cmake/TELORParams5/TELORParams5Config\\.cmak
 expect("${files}" "\n/usr/lib[^\n]*/cmake/TELORParams5/TELORParams5Targets\\.cmake\n" "dev files")
 expect("${files}" "\n/usr/lib[^\n]*/pkgconfig/TELORParams5\\.pc\n" "dev files")
 expect("${files}" "\n/usr/share/doc/${DEV}/copyright\n" "dev files")
-refuse("${files}" "\\.so\\.[0-9.]+\n|_p\\.h\n|/html/" "dev files")
+refuse("${files}" "\n/usr/lib[^ \n]*\\.so\\.[0-9.]+\n|_p\\.h\n|/html/" "dev files")
 # Every public header of the sources is in the package, with the three export headers.
 file(GLOB public_headers RELATIVE ${SOURCE_DIR}
      ${SOURCE_DIR}/platform/*/*.h ${SOURCE_DIR}/src/*.h ${SOURCE_DIR}/src/*/*.h)
@@ -139,7 +139,7 @@ contents(${doc_deb} files)
 expect("${files}" "\n/usr/share/doc/[^\n]*/html/index\\.html\n" "doc files")
 expect("${files}" "\n/usr/share/doc/[^\n]*/html/classBPDouble\\.html\n" "doc files")
 expect("${files}" "\n/usr/share/doc/${DOC}/copyright\n" "doc files")
-refuse("${files}" "\\.so|\\.h\n" "doc files")
+refuse("${files}" "\\.so(\\.[0-9]+)*\n|\\.h\n" "doc files")
 
 # --- a consumer against the unpacked packages alone -----------------------------------
 set(root ${WORK_DIR}/root)
@@ -175,7 +175,7 @@ endif()
 # --- lintian ---------------------------------------------------------------------------
 find_program(LINTIAN lintian)
 if(LINTIAN)
-  execute_process(COMMAND ${LINTIAN} --info --display-info --no-tag-display-limit
+  execute_process(COMMAND ${LINTIAN} --display-info --tag-display-limit 0
                           ${runtime_deb} ${dev_deb} ${doc_deb}
                   OUTPUT_VARIABLE out ERROR_VARIABLE err RESULT_VARIABLE rc)
   message(STATUS "lintian (exit ${rc}):\n${out}${err}")
