@@ -32,6 +32,7 @@
 class UTILS5_EXPORT MultiTranslator
 {
 public:
+    /** A translator that knows no language: translate() gives the English text alone. */
     MultiTranslator();
     ~MultiTranslator();
 

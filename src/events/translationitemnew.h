@@ -16,6 +16,7 @@
 class TELORPARAMS5_EXPORT TranslationItemNew : public QHash<QString, QString>
 {
 public:
+    /** An empty table: every lookup finds nothing. */
     TranslationItemNew() = default;
     /** A table holding the one text @p text under @p language. */
     TranslationItemNew(const QString &language, const QString &text);

@@ -15,6 +15,7 @@
 class TELORPARAMS5_EXPORT AbstractValue
 {
 public:
+    /** A value with the identifier 0 and the state 2 (no data). */
     AbstractValue();
     /** A value with the identifier @p id and the state 2 (no data). */
     explicit AbstractValue(unsigned int id);

@@ -17,6 +17,7 @@
 class TELORPARAMS5_EXPORT BPDiscrete : public AbstractParameterBase
 {
 public:
+    /** A parameter with identifier 0, the value 0 and the state 2 (no data). */
     BPDiscrete();
     /** A parameter with identifier @p idParameter, the value 0 and the state 2 (no data). */
     explicit BPDiscrete(unsigned int idParameter);

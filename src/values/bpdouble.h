@@ -14,6 +14,7 @@
 class TELORPARAMS5_EXPORT BPDouble : public AbstractParameterBase
 {
 public:
+    /** A parameter with identifier 0, the value 0.0 and the state 2 (no data). */
     BPDouble();
     /** A parameter with identifier @p idParameter, the value 0.0 and the state 2 (no data). */
     explicit BPDouble(unsigned int idParameter);

@@ -13,6 +13,7 @@
 class TELORPARAMS5_EXPORT BPString : public AbstractParameterBase
 {
 public:
+    /** A parameter with identifier 0, a null string and the state 2 (no data). */
     BPString();
     /** Takes the identifier as a signed int. */
     explicit BPString(int idParameter);

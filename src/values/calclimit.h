@@ -91,6 +91,7 @@ public:
     CalcLimit(const CalcLimit &other);
     /** Replaces these limits by a deep copy of @p other, changed flag included. */
     CalcLimit &operator=(const CalcLimit &other);
+    /** Frees the blocks it allocated. */
     virtual ~CalcLimit();
 
     /**
