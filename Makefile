@@ -8,7 +8,7 @@ BUILD_TYPE     ?= RelWithDebInfo
 FUZZ_SECONDS   ?= 20
 JOBS           ?= $(shell nproc 2>/dev/null || echo 2)
 
-.PHONY: all deps configure build demo serve test bench sanitize fuzz install clean
+.PHONY: all deps configure build demo serve test docs package bench sanitize fuzz install clean
 
 all: build
 
@@ -21,15 +21,27 @@ configure: deps
 build: configure
 	cmake --build $(BUILD_DIR) -j $(JOBS)
 
-demo: build
+# The demo builds only itself and the libraries it links; the tests, fuzz replays and
+# benchmarks wait for `make test`, which builds everything in the same folder.
+demo: configure
+	cmake --build $(BUILD_DIR) -j $(JOBS) --target telor-demo
 	$(BUILD_DIR)/examples/demo/telor-demo
 
 # The plant server on the example plant, at 127.0.0.1:7450, until Ctrl-C.
-serve: build
+serve: configure
+	cmake --build $(BUILD_DIR) -j $(JOBS) --target telor-server
 	$(BUILD_DIR)/server/telor-server
 
 test: build
 	ctest --test-dir $(BUILD_DIR) --output-on-failure -j $(JOBS)
+
+# The API reference in $(BUILD_DIR)/docs/html; any Doxygen warning fails it.
+docs: configure
+	cmake --build $(BUILD_DIR) --target docs
+
+# Debian packages in $(BUILD_DIR)/packages: runtime, -dev and -doc.
+package: build docs
+	cd $(BUILD_DIR) && cpack -G DEB -B $(CURDIR)/$(BUILD_DIR)/packages
 
 bench: deps
 	cmake -S . -B $(BUILD_DIR)-bench -DCMAKE_BUILD_TYPE=Release -DBUILD_TESTING=OFF -DTELOR_BENCH=ON -DTELOR_EXAMPLES=OFF
@@ -46,7 +58,7 @@ fuzz: deps
 	cmake --build $(FUZZ_DIR) -j $(JOBS)
 	./scripts/run-fuzzers.sh $(FUZZ_DIR) $(FUZZ_SECONDS)
 
-install: build
+install: build docs
 	cmake --install $(BUILD_DIR)
 
 clean:

@@ -2,7 +2,9 @@
 #
 # telor_add_library(<target> EXPORT_BASE <BASE> SOURCES ... HEADERS ... [INCLUDE_DIRS ...])
 # builds lib<target>.so.1 with hidden visibility, an export header <base>_export.h,
-# and installs the library and its public headers.
+# and installs the library and its public headers: the versioned library and its soname
+# link in the install component `runtime`, the development link and the headers in `dev`
+# (the Debian packages of cmake/TelorPackaging.cmake follow these components).
 function(telor_add_library target)
   cmake_parse_arguments(ARG "" "EXPORT_BASE" "SOURCES;HEADERS;INCLUDE_DIRS" ${ARGN})
   add_library(${target} SHARED ${ARG_SOURCES} ${ARG_HEADERS})
@@ -29,9 +31,9 @@ function(telor_add_library target)
   endforeach()
   target_include_directories(${target} PUBLIC $<INSTALL_INTERFACE:${TELOR_INSTALL_INCLUDEDIR}>)
   install(TARGETS ${target} EXPORT TELORParams5Targets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
-    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT dev
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT dev
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime)
   install(FILES ${ARG_HEADERS} ${CMAKE_CURRENT_BINARY_DIR}/${base_lower}_export.h
-    DESTINATION ${TELOR_INSTALL_INCLUDEDIR})
+    DESTINATION ${TELOR_INSTALL_INCLUDEDIR} COMPONENT dev)
 endfunction()

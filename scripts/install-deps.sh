@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs every Debian package that building, testing, benchmarking and fuzzing need.
+# Installs every Debian package that building, testing, benchmarking, fuzzing, the API
+# reference and the Debian packages need.
 # Idempotent: packages that are already present are left alone, and when nothing is
 # missing the script does not touch apt at all.
 set -euo pipefail
@@ -16,6 +17,11 @@ packages=(
   clang
   libclang-rt-14-dev
   python3
+  doxygen
+  graphviz
+  dpkg-dev
+  fakeroot
+  lintian
 )
 
 missing=()

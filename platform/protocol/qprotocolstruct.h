@@ -18,13 +18,21 @@ class QContainerPacket;
  */
 struct QProtocolHeader
 {
+    /** Word 1: the service of the message identity. */
     qint32 serviceId = 0;
+    /** Word 2: the message within its service. */
     qint32 messageId = 0;
+    /** Word 3: the kind of message (query, answer, ...), the third part of the identity. */
     qint32 messageType = 0;
+    /** Word 4: the header version, 1 in every header this library writes. */
     qint32 version = 1;
+    /** Word 5: the number of body bytes that follow the header. */
     qint32 bodyLength = 0;
+    /** Word 6: the sender of the query that the message belongs to. */
     qint32 source = 0;
+    /** Word 7: the session of that query. */
     qint32 session = 0;
+    /** Word 8: the sequence number of that query within its session. */
     qint32 sequence = 0;
 };
 
@@ -51,7 +59,9 @@ public:
 
     /** A header of zeros, apart from the version 1, and no packet. */
     QProtocolStruct();
+    /** Copies the whole header and shares the kept packet bytes. */
     QProtocolStruct(const QProtocolStruct &other);
+    /** Copies the whole header and shares the kept packet bytes. */
     QProtocolStruct &operator=(const QProtocolStruct &other);
     virtual ~QProtocolStruct();
 
@@ -97,8 +107,11 @@ public:
     QByteArray packet() const;
 
 protected:
+    /** Header word 1; a derived message assigns its identity in its constructor. */
     int serviceId;
+    /** Header word 2; assigned by the derived message's constructor. */
     int messageId;
+    /** Header word 3; assigned by the derived message's constructor. */
     int messageType;
 
 private:

@@ -1,6 +1,11 @@
 #ifndef GETDTSTRING_H
 #define GETDTSTRING_H
 
+/**
+ * @file getdtstring.h
+ * @brief getDTstring(): the one display form of a date and time in log and event texts.
+ */
+
 #include <QtCore/QDateTime>
 #include <QtCore/QString>
 

@@ -1,6 +1,12 @@
 #ifndef MULTITRANSLATOR_H
 #define MULTITRANSLATOR_H
 
+/**
+ * @file multitranslator.h
+ * @brief The translator class MultiTranslator and the global translator multiTranslator,
+ * through which every log text of the library passes.
+ */
+
 #include <QtCore/QHash>
 #include <QtCore/QPair>
 #include <QtCore/QString>
@@ -26,6 +32,7 @@
 class UTILS5_EXPORT MultiTranslator
 {
 public:
+    /** A translator that knows no language: translate() gives the English text alone. */
     MultiTranslator();
     ~MultiTranslator();
 

@@ -1,6 +1,11 @@
 #ifndef QXMLTRANSLATION_H
 #define QXMLTRANSLATION_H
 
+/**
+ * @file qxmltranslation.h
+ * @brief The translatable text QXmlTranslation with its stream form and operators.
+ */
+
 #include <QtCore/QChar>
 #include <QtCore/QHash>
 #include <QtCore/QPair>
@@ -88,7 +93,9 @@ public:
     /** True for a text with no English form and no translations. */
     bool isEmpty() const;
 
+    /** True when the English forms are equal and both hold the same translations. */
     bool operator==(const QXmlTranslation &other) const;
+    /** The negation of operator==(). */
     bool operator!=(const QXmlTranslation &other) const { return !(*this == other); }
 
 private:

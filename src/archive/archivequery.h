@@ -55,6 +55,7 @@ public:
     ArchiveQuery(const ArchiveQuery &query, int idArchive, int idSection, int sectionCount,
                  const QList<int> &ids, int idQuery);
 
+    /** Copies the header and every field of @p other. */
     ArchiveQuery &operator=(const ArchiveQuery &other);
     ~ArchiveQuery() override;
 
@@ -109,10 +110,18 @@ public:
 
     /** The requesting client's token; never dereferenced. */
     QObject *parent() const;
+    /** Which archive this section asks; set only by the section constructor, 0 otherwise. Never travels. */
     int idArchive() const;
+    /** Which section of the archive; set only by the section constructor, 0 otherwise. Never travels. */
     int idSection() const;
+    /** The number of sections of the whole query; set only by the section constructor. Never travels. */
     int sectionCount() const;
+    /** The number of the query; set only by the section constructor, 0 otherwise. Never travels. */
     int idQuery() const;
+    /**
+     * The number of the event query that goes with this one. It has no setter: it comes
+     * from the stream (in a valid query's body) or from the query a section is cut from.
+     */
     int idEventQuery() const;
 
     /** The stored last value of @p id, or a default ArchiveValue (state 2) if there is none. */
@@ -126,6 +135,7 @@ public:
 
     /** A request option that the server interprets. */
     void setRestoreAperture(bool restore);
+    /** The option as set or read; false for a new query. It travels only in a valid query. */
     bool restoreAperture() const;
 
     /** Begin of the span; does not apply while `fromBegin` is set. */

@@ -44,6 +44,7 @@ public:
      */
     explicit ArchiveValue(QDataStream &stream);
 
+    /** A point holding @p dateTime, @p value and @p state exactly as given. */
     ArchiveValue(const QDateTime &dateTime, const QVariant &value, unsigned int state);
     /** A point whose value holds the `double` @p value. */
     ArchiveValue(const QDateTime &dateTime, double value, unsigned int state);

@@ -39,6 +39,7 @@ public:
     ParamSetpoints(const ParamSetpoints &other);
     /** Makes this a deep copy of @p other: a threshold absent there becomes absent here. */
     ParamSetpoints &operator=(const ParamSetpoints &other);
+    /** Frees the thresholds it holds. */
     virtual ~ParamSetpoints();
 
     /** Writes the wire form. */

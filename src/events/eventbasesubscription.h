@@ -39,7 +39,9 @@ public:
 protected:
     /** A base with the token @p parent; no identity is stamped. */
     explicit EventBaseSubscription(const QObject *parent = nullptr);
+    /** Copies the header, the kept packet and the token. */
     EventBaseSubscription(const EventBaseSubscription &other) = default;
+    /** Copies the header, the kept packet and the token of @p other. */
     EventBaseSubscription &operator=(const EventBaseSubscription &other) = default;
 
 private:

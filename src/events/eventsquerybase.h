@@ -39,7 +39,9 @@ public:
 protected:
     /** A base with @p queryType, @p parent and a `queryTag` of 0; no identity is stamped. */
     explicit EventsQueryBase(signed char queryType = 0, const QObject *parent = nullptr);
+    /** Copies the header, the kept packet, the query type, the token and `queryTag`. */
     EventsQueryBase(const EventsQueryBase &other) = default;
+    /** Copies the header, the kept packet, the query type, the token and `queryTag` of @p other. */
     EventsQueryBase &operator=(const EventsQueryBase &other) = default;
 };
 

@@ -1,6 +1,11 @@
 #ifndef EVENTSTRUCT_H
 #define EVENTSTRUCT_H
 
+/**
+ * @file eventstruct.h
+ * @brief The event record EventStruct and its stream form, the operators << and >>.
+ */
+
 #include <QtCore/QDateTime>
 #include <QtCore/QHash>
 #include <QtCore/QString>

@@ -16,10 +16,13 @@
 class TELORPARAMS5_EXPORT TranslationItemNew : public QHash<QString, QString>
 {
 public:
+    /** An empty table: every lookup finds nothing. */
     TranslationItemNew() = default;
     /** A table holding the one text @p text under @p language. */
     TranslationItemNew(const QString &language, const QString &text);
+    /** A copy of the table; Qt shares the entries until one side changes. */
     TranslationItemNew(const TranslationItemNew &) = default;
+    /** Replaces the table by a copy of the other one. */
     TranslationItemNew &operator=(const TranslationItemNew &) = default;
     virtual ~TranslationItemNew();
 };

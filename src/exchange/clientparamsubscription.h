@@ -40,6 +40,10 @@ class TELORPARAMS5_EXPORT ClientParamSubscription
 public:
     /** No clients; dateTime() is null. */
     ClientParamSubscription();
+    /**
+     * Drops the references to every client's objects; an object whose last reference
+     * this was is destroyed with it. The clients themselves are not touched.
+     */
     virtual ~ClientParamSubscription();
 
     /**

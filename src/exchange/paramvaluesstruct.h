@@ -32,6 +32,7 @@ class TELORPARAMS5_EXPORT ParamValuesStruct
 public:
     /** An empty structure bound to @p parent; dateTime() is null. */
     explicit ParamValuesStruct(const QObject *parent);
+    /** Drops the references to its objects; an object whose last reference this was is destroyed. */
     virtual ~ParamValuesStruct();
 
     /**

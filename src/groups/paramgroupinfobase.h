@@ -40,7 +40,9 @@ public:
         /** Parameter text for the log. */
         QString name;
 
+        /** True when identifier and text are equal. */
         bool operator==(const Data &other) const { return id == other.id && name == other.name; }
+        /** The negation of operator==(). */
         bool operator!=(const Data &other) const { return !(*this == other); }
     };
 

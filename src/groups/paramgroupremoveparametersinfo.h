@@ -39,11 +39,13 @@ public:
         /** The group's path; the log prints that of a list's first record. */
         QString path;
 
+        /** True when all five fields are equal. */
         bool operator==(const Data &other) const
         {
             return id == other.id && name == other.name && extra1 == other.extra1 && extra2 == other.extra2
                 && path == other.path;
         }
+        /** The negation of operator==(). */
         bool operator!=(const Data &other) const { return !(*this == other); }
     };
 

@@ -27,6 +27,7 @@ class TELORDataStream;
 class TELORPARAMS5_EXPORT AbstractValueStruct
 {
 public:
+    /** A record base with `checkSize` true. */
     AbstractValueStruct();
     virtual ~AbstractValueStruct();
 

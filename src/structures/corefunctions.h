@@ -1,6 +1,11 @@
 #ifndef COREFUNCTIONS_H
 #define COREFUNCTIONS_H
 
+/**
+ * @file corefunctions.h
+ * @brief The core map: the class CoreMap and the library's one instance, coreMap.
+ */
+
 #include <QtCore/QMap>
 
 #include "corepoint.h"

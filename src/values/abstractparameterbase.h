@@ -136,6 +136,7 @@ public:
      * it; a client subscription reads it when it builds its query.
      */
     void setRefreshAnyway(bool refreshAnyway);
+    /** The wish set by setRefreshAnyway(); false for a new parameter. */
     bool isRefreshAnyway() const;
 
     /** Read access to the computed limits. */
@@ -150,15 +151,28 @@ protected:
     /** Calls refresh() of every handle, over a copy of the list. */
     void refreshHandles() const;
 
+    /** The identifier, fixed by the constructor; compared with every record read. */
     unsigned int idParameter;
+    /** The state code; 2 (no data) until something assigns or reads one. */
     unsigned int state;
+    /** The parameter's own change flag, apart from the flags of its handles. */
     bool changedFlag;
+    /** The client's wish to be refreshed on every delivery; see setRefreshAnyway(). */
     bool refreshAnyway;
+    /** True until a record for this identifier has been read; dataReceived() is its negation. */
     bool noDataYet;
+    /**
+     * Raised by read() when a valid state without the good bit (8) arrives while
+     * abnormalWatch is raised and abnormalHeld is not. Nothing in the library lowers it.
+     */
     bool abnormalLatched;
+    /** Lowered by read() on every state with the good bit; nothing in the library raises it. */
     bool abnormalHeld;
+    /** Arms abnormalLatched; false from the constructors, and nothing in the library raises it. */
     bool abnormalWatch;
+    /** The computed limits; read through limits(), judged only by kinds that use them. */
     CalcLimit limitsStore;
+    /** The registered handles, not owned, in the order of registration; may hold duplicates. */
     QList<ParamBasePtr *> relatedValues;
 
 private:

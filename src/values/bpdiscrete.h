@@ -17,7 +17,9 @@
 class TELORPARAMS5_EXPORT BPDiscrete : public AbstractParameterBase
 {
 public:
+    /** A parameter with identifier 0, the value 0 and the state 2 (no data). */
     BPDiscrete();
+    /** A parameter with identifier @p idParameter, the value 0 and the state 2 (no data). */
     explicit BPDiscrete(unsigned int idParameter);
     ~BPDiscrete() override;
 
@@ -30,11 +32,13 @@ public:
     virtual void writePrivate(QContainerPacket &packet) const;
     using AbstractParameterBase::writePrivate;
 
+    /** The stored value; 0 for a new parameter. */
     int getValue() const;
     /** Stores @p value; raises the flags first if it differs from the stored value. */
     void setValue(int value);
 
 protected:
+    /** The stored value, the 32-bit integer of the payload. */
     qint32 value;
 };
 

@@ -14,7 +14,9 @@
 class TELORPARAMS5_EXPORT BPDouble : public AbstractParameterBase
 {
 public:
+    /** A parameter with identifier 0, the value 0.0 and the state 2 (no data). */
     BPDouble();
+    /** A parameter with identifier @p idParameter, the value 0.0 and the state 2 (no data). */
     explicit BPDouble(unsigned int idParameter);
     ~BPDouble() override;
 
@@ -25,11 +27,13 @@ public:
     /** Reads the value; always true. A truncated payload reads as 0.0. */
     bool readPrivate(QContainerPacket &packet) override;
 
+    /** The stored value; 0.0 for a new parameter. */
     double getValue() const;
     /** Stores @p value; raises the flags first unless it equals the stored value. */
     void setValue(double value);
 
 protected:
+    /** The stored value, the double of the payload. */
     double value;
 };
 

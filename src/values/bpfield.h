@@ -85,8 +85,11 @@ public:
 protected:
     /** The filled cells by position (row in the high 32 bits, column in the low ones), owned. */
     QMap<quint64, ParamBaseFieldPtr *> cells;
+    /** The number of rows of the array; 0 until a size is given. */
     unsigned int rows;
+    /** The number of columns of the array; 0 until a size is given. */
     unsigned int columns;
+    /** The drops counted since the cells were last lowered; see dropFlag(). */
     unsigned int dropCount;
 
 private:

@@ -76,7 +76,9 @@ public:
 protected:
     /** The filled cells by position (row in the high 32 bits, column in the low ones), owned. */
     QMap<quint64, FieldElement *> cells;
+    /** The number of rows, taken from the description at construction. */
     unsigned int rows;
+    /** The number of columns, taken from the description at construction. */
     unsigned int columns;
 
 private:

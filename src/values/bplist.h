@@ -64,6 +64,7 @@ public:
     void setValue(const QVariant &value);
 
 protected:
+    /** The stored elements, in the order of the wire. */
     QList<QVariant> list;
 };
 

@@ -67,6 +67,7 @@ public:
     void setValue(const QVariant &value);
 
 protected:
+    /** The stored values by numeric key, in rising order of key. */
     QMap<double, QVariant> map;
 };
 

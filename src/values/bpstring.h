@@ -13,6 +13,7 @@
 class TELORPARAMS5_EXPORT BPString : public AbstractParameterBase
 {
 public:
+    /** A parameter with identifier 0, a null string and the state 2 (no data). */
     BPString();
     /** Takes the identifier as a signed int. */
     explicit BPString(int idParameter);
@@ -23,11 +24,13 @@ public:
     /** Reads the value; always true. A truncated payload reads as a null or empty string. */
     bool readPrivate(QContainerPacket &packet) override;
 
+    /** The stored text; a null string for a new parameter. */
     QString getValue() const;
     /** Stores @p value; raises the flags first if it differs from the stored text. */
     void setValue(const QString &value);
 
 protected:
+    /** The stored text, the QString of the payload. */
     QString value;
 };
 

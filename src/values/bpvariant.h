@@ -109,8 +109,14 @@ public:
     CalcLimit &limitsPrivate();
 
 protected:
+    /** The stored value; invalid for a new parameter. */
     QVariant value;
+    /** Zero from the constructors; nothing reads or writes it afterwards. */
     int spare;
+    /**
+     * Whether setValue() stored a value that the next state assignment has not yet
+     * reported; true for a new parameter, so the first assignment always counts as a change.
+     */
     bool newValuePending;
 
 private:

@@ -15,13 +15,18 @@ class QDataStream;
  */
 struct TELORPARAMS5_EXPORT BaseLimits
 {
+    /** The low possible setpoint; judged only when lowPossibleSet is true. */
     double lowPossible = 0.0;
+    /** The high possible setpoint; judged only when hiPossibleSet is true. */
     double hiPossible = 0.0;
+    /** Whether lowPossible is in force. */
     bool lowPossibleSet = false;
+    /** Whether hiPossible is in force. */
     bool hiPossibleSet = false;
 
     /** 1024 below the low possible setpoint, 2048 above the high one, otherwise 8. */
     int checkValue(double value) const;
+    /** Writes the 18-byte wire form of the block to @p stream. */
     void write(QDataStream &stream) const;
     /** Reads the block. Always returns true; a truncated stream reads as zeros. */
     bool read(QDataStream &stream);
@@ -35,13 +40,21 @@ struct TELORPARAMS5_EXPORT BaseLimits
  */
 struct TELORPARAMS5_EXPORT FullLimits
 {
+    /** The low emergency setpoint; judged only when lowEmergencySet is true. */
     double lowEmergency = 0.0;
+    /** The low warning setpoint; judged only when lowWarningSet is true. */
     double lowWarning = 0.0;
+    /** The high warning setpoint; judged only when hiWarningSet is true. */
     double hiWarning = 0.0;
+    /** The high emergency setpoint; judged only when hiEmergencySet is true. */
     double hiEmergency = 0.0;
+    /** Whether lowEmergency is in force. */
     bool lowEmergencySet = false;
+    /** Whether lowWarning is in force. */
     bool lowWarningSet = false;
+    /** Whether hiWarning is in force. */
     bool hiWarningSet = false;
+    /** Whether hiEmergency is in force. */
     bool hiEmergencySet = false;
 
     /**
@@ -50,6 +63,7 @@ struct TELORPARAMS5_EXPORT FullLimits
      * first that applies wins, in that order.
      */
     int checkValue(double value) const;
+    /** Writes the 36-byte wire form of the block to @p stream. */
     void write(QDataStream &stream) const;
     /** Reads the block. Always returns true; a truncated stream reads as zeros. */
     bool read(QDataStream &stream);
@@ -71,9 +85,13 @@ struct TELORPARAMS5_EXPORT FullLimits
 class TELORPARAMS5_EXPORT CalcLimit
 {
 public:
+    /** Limits without blocks: no setpoint is in force and checkValue() gives 8. */
     CalcLimit();
+    /** A deep copy: the copy owns blocks of its own with the same setpoints and changed flag. */
     CalcLimit(const CalcLimit &other);
+    /** Replaces these limits by a deep copy of @p other, changed flag included. */
     CalcLimit &operator=(const CalcLimit &other);
+    /** Frees the blocks it allocated. */
     virtual ~CalcLimit();
 
     /**
@@ -82,23 +100,27 @@ public:
      * either side counts as differing), and stores both in every case. A setter never
      * lowers the changed flag.
      */
+    ///@{
     void setLowPossibleSetpoint(bool set, double value);
     void setHiPossibleSetpoint(bool set, double value);
     void setLowEmergencySetpoint(bool set, double value);
     void setLowWarningSetpoint(bool set, double value);
     void setHiWarningSetpoint(bool set, double value);
     void setHiEmergencySetpoint(bool set, double value);
+    ///@}
 
     /**
      * Getters return the stored value and store its flag in @p set. On a block that does
      * not exist they store false and return 0.0.
      */
+    ///@{
     double lowPossibleSetpoint(bool &set) const;
     double hiPossibleSetpoint(bool &set) const;
     double lowEmergencySetpoint(bool &set) const;
     double lowWarningSetpoint(bool &set) const;
     double hiWarningSetpoint(bool &set) const;
     double hiEmergencySetpoint(bool &set) const;
+    ///@}
 
     /**
      * The state code of @p value: 8 when there is no possible-limits block; otherwise

@@ -30,6 +30,7 @@ public:
     void dropFlag() override;
 
 protected:
+    /** The field that owns this handle, not owned; may be null. */
     BPField *field;
 };
 

@@ -52,9 +52,13 @@ public:
     AbstractParameterBase *getParam() const;
 
 protected:
+    /** The parameter, not owned; null for a handle built without one. */
     AbstractParameterBase *paramPtr;
+    /** This client's change flag; up for a new handle. */
     bool changedFlag;
+    /** Whether refresh() raises the flag; fixed by the constructor. */
     bool refreshFlag;
+    /** True until the first write() that found a parameter; that write is a full one. */
     mutable bool firstWrite;
 
 private:
