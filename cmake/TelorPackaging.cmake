@@ -56,7 +56,7 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 # The shlibs file of the runtime package, which tells dpkg-shlibdeps of packages built
 # against these libraries, where this package is installed, what to depend on.
 set(telor_shlibs "")
-foreach(lib TELORParams5 TELORProtocol5 Utils5)
+foreach(lib TELORParams5 TELORProtocol5 Utils5 TELORLink5)
   string(APPEND telor_shlibs "lib${lib} ${PROJECT_VERSION_MAJOR} ${TELOR_DEB_RUNTIME} (>= ${TELOR_DEB_VERSION})\n")
 endforeach()
 file(WRITE ${PROJECT_BINARY_DIR}/debian/shlibs "${telor_shlibs}")
@@ -73,7 +73,9 @@ format.
 
 This package holds the shared library libTELORParams5.so.1 and the two
 platform libraries it stands on, libTELORProtocol5.so.1 (messages, packets,
-streams) and libUtils5.so.1 (translatable text). They need Qt 5 Core alone.")
+streams) and libUtils5.so.1 (translatable text), which need Qt 5 Core alone,
+and the link library libTELORLink5.so.1, which carries messages over TCP
+with Qt 5 Network.")
 # The linker cache is refreshed by a trigger; the maintainer scripts that CPack would
 # otherwise generate to call ldconfig are replaced by ones that do nothing.
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA
@@ -91,8 +93,10 @@ set(CPACK_DEBIAN_DEV_DESCRIPTION
 "${telor_synopsis} - development files
 The headers of libTELORParams5 and of its two platform libraries under
 /usr/include/TELORParams5, with the umbrella header TELORParams5.h, the
-development links, the CMake package TELORParams5 (find_package, target
-TELORParams5::TELORParams5) and the pkg-config file TELORParams5.pc.")
+development links, the CMake package TELORParams5 (find_package, targets
+TELORParams5::TELORParams5 and TELORParams5::TELORLink5) and the pkg-config
+files TELORParams5.pc and TELORLink5.pc; the link library's umbrella header
+is TELORLink5.h.")
 
 set(CPACK_DEBIAN_DOC_PACKAGE_NAME ${TELOR_DEB_DOC})
 set(CPACK_DEBIAN_DOC_PACKAGE_SECTION doc)

@@ -54,6 +54,7 @@ public:
     /** Default of setMaxSendQueue(): 64 MiB. */
     static constexpr qint64 DefaultMaxSendQueue = 64 * 1024 * 1024;
 
+    /** A link with no connection yet, owned by @p parent as any QObject. */
     explicit TELORLink(QObject *parent = nullptr);
     /** Drops the connection at once; pending requests are forgotten without a call. */
     ~TELORLink() override;
@@ -81,20 +82,25 @@ public:
 
     /** Whether to connect again after a failed attempt or a lost connection; default on. */
     void setAutoReconnect(bool on);
+    /** Whether the link connects again by itself; see setAutoReconnect(). */
     bool autoReconnect() const;
     /** First and longest delay between attempts, in milliseconds; default 100 and 5000. */
     void setReconnectDelays(int firstMs, int longestMs);
+    /** The delay before the first new attempt, in milliseconds. */
     int firstReconnectDelay() const;
+    /** The longest delay between attempts, in milliseconds. */
     int longestReconnectDelay() const;
 
     /** The largest body a received header may announce; default 64 MiB. */
     void setMaxBodyLength(qint64 bytes);
+    /** The largest body a received header may announce; see setMaxBodyLength(). */
     qint64 maxBodyLength() const;
     /**
      * The most bytes that may wait to be sent. A send that would pass it is refused (the
      * connection stays), unless nothing is waiting yet. Default 64 MiB.
      */
     void setMaxSendQueue(qint64 bytes);
+    /** The most bytes that may wait to be sent; see setMaxSendQueue(). */
     qint64 maxSendQueue() const;
     /** The bytes waiting to be sent; 0 while no connection is up. */
     qint64 sendQueue() const;

@@ -45,6 +45,7 @@ public:
     /** Default of setMaxConnections(). */
     static constexpr int DefaultMaxConnections = 1024;
 
+    /** A server that does not listen yet, owned by @p parent as any QObject. */
     explicit TELORLinkServer(QObject *parent = nullptr);
     /** Closes every connection at once, without clientDisconnected(). */
     ~TELORLinkServer() override;
@@ -74,6 +75,7 @@ public:
      * on and for those open; default 64 MiB (TELORFrameReader::DefaultMaxBodyLength).
      */
     void setMaxBodyLength(qint64 bytes);
+    /** The largest body a received header may announce; see setMaxBodyLength(). */
     qint64 maxBodyLength() const;
     /**
      * The most bytes a connection may have waiting to be sent. A send that would pass it
@@ -81,9 +83,11 @@ public:
      * limit still goes to a peer that keeps up. Default 64 MiB.
      */
     void setMaxSendQueue(qint64 bytes);
+    /** The most bytes a connection may have waiting; see setMaxSendQueue(). */
     qint64 maxSendQueue() const;
     /** The most connections open at once; more are refused. Default 1024, at least 1. */
     void setMaxConnections(int connections);
+    /** The most connections open at once; see setMaxConnections(). */
     int maxConnections() const;
 
     /** The numbers of the open connections, in ascending order. */

@@ -45,13 +45,36 @@ ParamInfo statusWord(unsigned int id)
     return info;
 }
 
-/** The wire form of @p info: what it holds, all of it. */
-QByteArray wireOf(const ParamInfo &info)
+/**
+ * True when @p a and @p b hold the same code, unit, bits and rules. (Comparing their
+ * wire forms would not do: Qt writes a hash in its own order, which for keys in one
+ * bucket depends on the order they were stored in.)
+ */
+bool sameContent(const ParamInfo &a, const ParamInfo &b)
 {
-    QByteArray bytes;
-    QContainerPacket out(&bytes);
-    info.write(out);
-    return bytes;
+    if (a.code != b.code || a.unit != b.unit || a.bitField.attributes.size() != b.bitField.attributes.size())
+        return false;
+    for (auto it = a.bitField.attributes.cbegin(); it != a.bitField.attributes.cend(); ++it) {
+        if (!b.bitField.attributes.contains(it.key()))
+            return false;
+        const ParamBitField::ParamBitAttributes other = b.bitField.attributes.value(it.key());
+        if (it.value().name != other.name || it.value().states.size() != other.states.size())
+            return false;
+        for (auto state = it.value().states.cbegin(); state != it.value().states.cend(); ++state) {
+            const auto otherState = other.states.value(state.key());
+            if (state.value().state != otherState.state || state.value().text != otherState.text)
+                return false;
+        }
+    }
+    if (a.enumeration.combinations.size() != b.enumeration.combinations.size())
+        return false;
+    for (int i = 0; i < a.enumeration.combinations.size(); ++i) {
+        const ParamBitCombination &x = a.enumeration.combinations.at(i);
+        const ParamBitCombination &y = b.enumeration.combinations.at(i);
+        if (x.value != y.value || x.sign != y.sign || x.shortText != y.shortText || x.fullText != y.fullText)
+            return false;
+    }
+    return true;
 }
 
 QList<ParamInfo> readBack(const QByteArray &bytes, int count)
@@ -79,8 +102,8 @@ TEST(SharedRecords, RepeatedTablesOfDescriptionsAreOneCopy)
     }
     const QList<ParamInfo> read = readBack(bytes, 2);
     ASSERT_EQ(read.size(), 2);
-    EXPECT_EQ(wireOf(read.at(0)), wireOf(statusWord(1)));
-    EXPECT_EQ(wireOf(read.at(1)), wireOf(statusWord(2)));
+    EXPECT_TRUE(sameContent(read.at(0), statusWord(1)));
+    EXPECT_TRUE(sameContent(read.at(1), statusWord(2)));
 
     // One copy of the bits, of the rules and of the unit's texts.
     const auto &firstBits = read.at(0).bitField.attributes;
@@ -105,7 +128,7 @@ TEST(SharedRecords, ChangingOneDescriptionLeavesTheOtherAlone)
     read[1].bitField.attributes[0].name.insert(En, QStringLiteral("Changed"));
     read[1].enumeration.combinations[0].sign = QStringLiteral("!=");
     read[1].unit.setTranslation(QStringLiteral("Па"), Ru);
-    EXPECT_EQ(wireOf(read.at(0)), wireOf(statusWord(1)));
+    EXPECT_TRUE(sameContent(read.at(0), statusWord(1)));
     EXPECT_EQ(read.at(1).bitField.attributes.value(0).name.value(En), QStringLiteral("Changed"));
     EXPECT_EQ(read.at(1).enumeration.combinations.at(0).sign, QStringLiteral("!="));
     EXPECT_EQ(read.at(1).unit.translate(Ru, false), QStringLiteral("Па"));

@@ -190,6 +190,57 @@ TEST(ServerProcess, ArchiveSurvivesAKill)
     EXPECT_EQ(again.process.exitCode(), 0);
 }
 
+TEST(ServerProcess, LiveClientResumesAfterTheServerIsKilledAndStartedAgain)
+{
+    QTemporaryDir data;
+    ServerProcess server;
+    ASSERT_TRUE(server.start(runArguments(data.path()))) << qPrintable(server.output);
+    const QString address = QStringLiteral("127.0.0.1:%1").arg(server.port);
+
+    // The README's client, as a user runs it: until Ctrl-C.
+    QProcess client;
+    client.setProgram(QStringLiteral(TELOR_LIVE_CLIENT_PROGRAM));
+    client.setArguments({address});
+    client.start();
+    ASSERT_TRUE(client.waitForStarted(10000));
+    QString printed;
+    const QRegularExpression change(QStringLiteral("^(102|103|104|106) \\S+ state \\d+$"),
+                                    QRegularExpression::MultilineOption);
+    const auto changes = [&]() {
+        client.waitForReadyRead(50);
+        printed += QString::fromLocal8Bit(client.readAllStandardOutput());
+        int count = 0;
+        for (auto it = change.globalMatch(printed); it.hasNext(); it.next())
+            ++count;
+        return count;
+    };
+    ASSERT_TRUE(waitFor([&] { return changes() >= 4; })) << qPrintable(printed);
+
+    // Killed, and started again on the same port and archive: the client connects again
+    // (it says so on stderr) and sends its subscriptions again, and changes come again.
+    server.process.kill();
+    server.finish();
+    QStringList arguments = runArguments(data.path());
+    arguments[1] = address;
+    ServerProcess again;
+    ASSERT_TRUE(again.start(arguments)) << qPrintable(again.output);
+    QString said;
+    const auto connections = [&]() {
+        said += QString::fromLocal8Bit(client.readAllStandardError());
+        return said.count(QStringLiteral("connected to ") + address + QLatin1Char('\n'));
+    };
+    ASSERT_TRUE(waitFor([&] { changes(); return connections() >= 2; }, 60000)) << qPrintable(said);
+    EXPECT_TRUE(said.contains(QStringLiteral("connection lost; connecting again\n"))) << qPrintable(said);
+    // Only the new server can have sent what arrives from now on.
+    const int before = changes();
+    EXPECT_TRUE(waitFor([&] { return changes() >= before + 4; }, 60000)) << qPrintable(printed);
+
+    client.terminate();
+    EXPECT_TRUE(client.waitForFinished(10000));
+    again.process.terminate();
+    EXPECT_TRUE(again.finish());
+}
+
 TEST(ServerProcess, MalformedPlantFileGivesOneLineAndStatusTwo)
 {
     QTemporaryDir dir;
