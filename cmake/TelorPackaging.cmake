@@ -3,9 +3,8 @@
 #   libtelorparams5-1     component runtime  the three shared libraries (sonames .so.1)
 #   libtelorparams5-dev   component dev      headers, development links, CMake package, .pc
 #   libtelorparams5-doc   component doc      the HTML API reference (build `docs` first)
-#   (tools)               component tools    reserved: `telor`, `telor-server` and the
-#                                            example plant go here once they exist; see
-#                                            the marked place below
+#   telor-tools           component tools    the programs: `telor-server` with the example
+#                                            plant (and the `telor` tool once it exists)
 #
 # The packages install to /usr. Each carries its copyright file and its Debian changelog
 # under /usr/share/doc/<package>; those files are only installed for packaging, never by
@@ -15,6 +14,7 @@ set(TELOR_DEB_VERSION ${PROJECT_VERSION}-${TELOR_DEB_RELEASE})
 set(TELOR_DEB_RUNTIME libtelorparams5-${PROJECT_VERSION_MAJOR})
 set(TELOR_DEB_DEV libtelorparams5-dev)
 set(TELOR_DEB_DOC libtelorparams5-doc)
+set(TELOR_DEB_TOOLS telor-tools)
 
 # The maintainer of the packages, in the Maintainer field and the Debian changelog.
 set(TELOR_DEB_MAINTAINER "libTELORParams5 developers <libtelorparams5@example.org>"
@@ -33,17 +33,28 @@ set(CPACK_GENERATOR DEB)
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_ALL runtime dev doc)
-# --- tools package: once `telor`, `telor-server` and the example plant are installed with
-# COMPONENT tools, add `tools` to CPACK_COMPONENTS_ALL and uncomment:
-# set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME telor-tools)
-# set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION net)
-# set(CPACK_DEBIAN_TOOLS_DESCRIPTION "command-line tools of the parameter-monitoring system
-# telor, telor-server and the example plant.")
-# set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
-# set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${TELOR_DEB_RUNTIME} (= ${TELOR_DEB_VERSION})")
-# (dpkg-shlibdeps finds Qt and the C++ runtime; the libraries of this project are not
-# installed on the build machine, so the dependency on the runtime package is stated.)
-# ------------------------------------------------------------------------------------------
+# The programs, when the link library lets them be built.
+set(TELOR_DEB_COMPONENTS runtime dev doc)
+if(TARGET telor-server)
+  list(APPEND CPACK_COMPONENTS_ALL tools)
+  list(APPEND TELOR_DEB_COMPONENTS tools)
+  set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME ${TELOR_DEB_TOOLS})
+  set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION net)
+  # dpkg-shlibdeps cannot resolve this project's own libraries, which are not installed on
+  # the machine that builds the packages, so it does not run on the programs: their
+  # dependencies are stated. The libraries are those of the runtime package, in the same
+  # version; Qt as the runtime package's computed dependency gives it; Qt's SQLite driver
+  # is a plugin that no program links.
+  set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS OFF)
+  set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS
+      "${TELOR_DEB_RUNTIME} (= ${TELOR_DEB_VERSION}), libqt5core5a (>= 5.15.1), libqt5network5 (>= 5.15.1), libqt5sql5 (>= 5.15.1), libqt5sql5-sqlite, libc6 (>= 2.34), libstdc++6 (>= 5), libgcc-s1 (>= 3.0)")
+  set(CPACK_DEBIAN_TOOLS_DESCRIPTION
+"programs of a parameter-monitoring system
+telor-server simulates a plant described by an XML file and answers the
+messages of libTELORParams5 about it over TCP: descriptions, current values
+and subscriptions, value and event archives kept in SQLite, live events and
+group edits. The example boiler plant is included and is the default.")
+endif()
 
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE ${TELOR_DEB_RELEASE})
@@ -116,7 +127,7 @@ configure_file(${PROJECT_SOURCE_DIR}/cmake/debian/changelog
 find_program(TELOR_GZIP gzip)
 if(TELOR_GZIP)
   execute_process(COMMAND ${TELOR_GZIP} -9nf ${PROJECT_BINARY_DIR}/debian/changelog.Debian)
-  foreach(component runtime dev doc)
+  foreach(component ${TELOR_DEB_COMPONENTS})
     string(TOUPPER ${component} upper)
     set(package ${CPACK_DEBIAN_${upper}_PACKAGE_NAME})
     install(FILES ${PROJECT_SOURCE_DIR}/cmake/debian/copyright
