@@ -8,40 +8,26 @@
 
 namespace {
 
-QByteArray valueBytes(const QVariant &value)
+// Values and events are kept in the archive in their stream form, at the stream version
+// that the messages use.
+template<typename T>
+QByteArray toBytes(const T &record)
 {
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
     stream.setVersion(QDataStream::Qt_5_15);
-    stream << value;
+    stream << record;
     return bytes;
 }
 
-QVariant valueFromBytes(const QByteArray &bytes)
+template<typename T>
+T fromBytes(const QByteArray &bytes)
 {
     QDataStream stream(bytes);
     stream.setVersion(QDataStream::Qt_5_15);
-    QVariant value;
-    stream >> value;
-    return value;
-}
-
-QByteArray eventBytes(const EventStruct &event)
-{
-    QByteArray bytes;
-    QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream.setVersion(QDataStream::Qt_5_15);
-    stream << event;
-    return bytes;
-}
-
-EventStruct eventFromBytes(const QByteArray &bytes)
-{
-    QDataStream stream(bytes);
-    stream.setVersion(QDataStream::Qt_5_15);
-    EventStruct event;
-    stream >> event;
-    return event;
+    T record;
+    stream >> record;
+    return record;
 }
 
 const char *const schema[] = {
@@ -140,7 +126,7 @@ bool SqliteArchiveStore::append(const QList<StoredValue> &values, const QList<St
         insertValue.bindValue(0, qint64(v.id));
         insertValue.bindValue(1, v.timeMs);
         insertValue.bindValue(2, qint64(v.state));
-        insertValue.bindValue(3, valueBytes(v.value));
+        insertValue.bindValue(3, toBytes(v.value));
         if (!insertValue.exec()) {
             m_lastError = insertValue.lastError().text();
             db.rollback();
@@ -153,7 +139,7 @@ bool SqliteArchiveStore::append(const QList<StoredValue> &values, const QList<St
         insertEvent.bindValue(1, e.event.dateTime.toMSecsSinceEpoch());
         insertEvent.bindValue(2, int(e.event.typeId));
         insertEvent.bindValue(3, e.readed ? 1 : 0);
-        insertEvent.bindValue(4, eventBytes(e.event));
+        insertEvent.bindValue(4, toBytes(e.event));
         if (!insertEvent.exec()) {
             m_lastError = insertEvent.lastError().text();
             db.rollback();
@@ -196,7 +182,7 @@ QList<ArchiveValue> SqliteArchiveStore::values(unsigned int id, qint64 fromMs, q
         return result;
     while (query.next()) {
         result.append(ArchiveValue(QDateTime::fromMSecsSinceEpoch(query.value(0).toLongLong(), Qt::UTC),
-                                   valueFromBytes(query.value(1).toByteArray()), query.value(2).toUInt()));
+                                   fromBytes<QVariant>(query.value(1).toByteArray()), query.value(2).toUInt()));
     }
     return result;
 }
@@ -211,7 +197,7 @@ bool SqliteArchiveStore::valueBefore(unsigned int id, qint64 timeMs, ArchiveValu
     if (!query.exec() || !query.next())
         return false;
     *value = ArchiveValue(QDateTime::fromMSecsSinceEpoch(query.value(0).toLongLong(), Qt::UTC),
-                          valueFromBytes(query.value(1).toByteArray()), query.value(2).toUInt());
+                          fromBytes<QVariant>(query.value(1).toByteArray()), query.value(2).toUInt());
     return true;
 }
 
@@ -232,7 +218,7 @@ QList<StoredEvent> SqliteArchiveStore::events(qint64 fromMs, qint64 toMs, qint64
         StoredEvent e;
         e.number = query.value(0).toLongLong();
         e.readed = query.value(1).toInt() != 0;
-        e.event = eventFromBytes(query.value(2).toByteArray());
+        e.event = fromBytes<EventStruct>(query.value(2).toByteArray());
         result.append(e);
     }
     return result;
@@ -289,7 +275,7 @@ QList<StoredEvent> SqliteArchiveStore::setReaded(const QList<qint64> &numbers, b
         StoredEvent e;
         e.number = number;
         e.readed = readed;
-        e.event = eventFromBytes(record);
+        e.event = fromBytes<EventStruct>(record);
         changed.append(e);
     }
     if (!db.commit()) {
