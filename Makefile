@@ -39,7 +39,7 @@ test: build
 docs: configure
 	cmake --build $(BUILD_DIR) --target docs
 
-# Debian packages in $(BUILD_DIR)/packages: runtime, -dev and -doc.
+# Debian packages in $(BUILD_DIR)/packages: runtime, -dev, -doc and the tools.
 package: build docs
 	cd $(BUILD_DIR) && cpack -G DEB -B $(CURDIR)/$(BUILD_DIR)/packages
 
