@@ -91,14 +91,21 @@ bool GroupTreeEditor::create(const ParamGroupInfo &message, QString *reason)
         *reason = QStringLiteral("the new group must be a group node with a name and no \"/\"");
     else if (childGroupIndex(*target, name) >= 0)
         *reason = QStringLiteral("group \"%1\" already holds a group \"%2\"").arg(message.path, name);
-    else if (countNodes(m_root) + countNodes(message.item) > MaxNodes)
-        *reason = QStringLiteral("the tree would grow beyond %1 nodes").arg(MaxNodes);
-    else if (pathDepth(message.path) + depth(message.item) >= MaxDepth)
-        *reason = QStringLiteral("the tree would nest deeper than %1 levels").arg(MaxDepth);
-    else {
+    else if (fits(message.path, message.item, reason)) {
         target->children.append(message.item.clone(false));
         return true;
     }
+    return false;
+}
+
+bool GroupTreeEditor::fits(const QString &path, const ParamGroupItem &item, QString *reason) const
+{
+    if (countNodes(m_root) + countNodes(item) > MaxNodes)
+        *reason = QStringLiteral("the tree would grow beyond %1 nodes").arg(MaxNodes);
+    else if (pathDepth(path) + depth(item) >= MaxDepth)
+        *reason = QStringLiteral("the tree would nest deeper than %1 levels").arg(MaxDepth);
+    else
+        return true;
     return false;
 }
 
@@ -110,11 +117,7 @@ bool GroupTreeEditor::paste(const ParamGroupCopyPasteRemoveInfo &message, QStrin
     else if (message.item.type != ParamGroupItem::GroupItem && message.item.type != ParamGroupItem::FieldItem
              && message.item.type != ParamGroupItem::ParamItem)
         *reason = QStringLiteral("there is nothing to paste");
-    else if (countNodes(m_root) + countNodes(message.item) > MaxNodes)
-        *reason = QStringLiteral("the tree would grow beyond %1 nodes").arg(MaxNodes);
-    else if (pathDepth(message.path) + depth(message.item) >= MaxDepth)
-        *reason = QStringLiteral("the tree would nest deeper than %1 levels").arg(MaxDepth);
-    else {
+    else if (fits(message.path, message.item, reason)) {
         target->children.append(message.item.clone(false));
         return true;
     }

@@ -54,6 +54,12 @@ public:
     static int depth(const ParamGroupItem &item);
 
 private:
+    /**
+     * Whether a copy of @p item fits below the group at @p path within MaxNodes and
+     * MaxDepth; if not, @p reason says which bound it would pass.
+     */
+    bool fits(const QString &path, const ParamGroupItem &item, QString *reason) const;
+
     ParamGroupItem &m_root;
     const QSet<unsigned int> &m_knownIds;
 };
