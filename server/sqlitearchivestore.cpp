@@ -30,6 +30,13 @@ T fromBytes(const QByteArray &bytes)
     return record;
 }
 
+/** The stored value of a row whose first three columns are time, value and state. */
+ArchiveValue valueOfRow(const QSqlQuery &query)
+{
+    return ArchiveValue(QDateTime::fromMSecsSinceEpoch(query.value(0).toLongLong(), Qt::UTC),
+                        fromBytes<QVariant>(query.value(1).toByteArray()), query.value(2).toUInt());
+}
+
 const char *const schema[] = {
     "CREATE TABLE IF NOT EXISTS value_archive ("
     " param INTEGER NOT NULL, time INTEGER NOT NULL, state INTEGER NOT NULL, value BLOB)",
@@ -181,8 +188,7 @@ QList<ArchiveValue> SqliteArchiveStore::values(unsigned int id, qint64 fromMs, q
     if (!query.exec())
         return result;
     while (query.next()) {
-        result.append(ArchiveValue(QDateTime::fromMSecsSinceEpoch(query.value(0).toLongLong(), Qt::UTC),
-                                   fromBytes<QVariant>(query.value(1).toByteArray()), query.value(2).toUInt()));
+        result.append(valueOfRow(query));
     }
     return result;
 }
@@ -196,8 +202,7 @@ bool SqliteArchiveStore::valueBefore(unsigned int id, qint64 timeMs, ArchiveValu
     query.addBindValue(timeMs);
     if (!query.exec() || !query.next())
         return false;
-    *value = ArchiveValue(QDateTime::fromMSecsSinceEpoch(query.value(0).toLongLong(), Qt::UTC),
-                          fromBytes<QVariant>(query.value(1).toByteArray()), query.value(2).toUInt());
+    *value = valueOfRow(query);
     return true;
 }
 
